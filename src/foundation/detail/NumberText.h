@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// The two ways between numbers and text, in the classic locale and without streams.
+namespace qrtcl::number {
+
+/// Fixed notation with `precision` (not negative) digits behind the point, exactly rounded (ties to even).
+/// Throws what the allocation throws.
+void AssignFixed(std::string & text, double v, int precision);
+
+/// The text without the zeros at the end of its fraction; a point left at the end goes as well.
+void TrimFraction(std::string & text);
+
+// These read like the standard formatted extraction and leave in `out` what it leaves there.
+bool ReadDouble(std::string_view text, double & out) noexcept;
+bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept;
+bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept;
+
+}  // namespace qrtcl::number

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// The algorithms on text, over views. Every operation without case goes through the one pair of fold tables, so
+// that equality, order, search and wildcards agree.
+namespace qrtcl::text {
+
+consteval std::array<char, 256> FoldTable(char first, char last, int shift)
+{
+    std::array<char, 256> table{};
+    for (int i = 0; i < 256; ++i) table[static_cast<unsigned>(i)] = static_cast<char>(i);
+    for (int c = first; c <= last; ++c) table[static_cast<unsigned>(c)] = static_cast<char>(c + shift);
+    return table;
+}
+inline constexpr std::array<char, 256> lowerTable = FoldTable('A', 'Z', 'a' - 'A');
+inline constexpr std::array<char, 256> upperTable = FoldTable('a', 'z', 'A' - 'a');
+
+constexpr char ToLower(char c) { return lowerTable[static_cast<unsigned char>(c)]; }
+constexpr char ToUpper(char c) { return upperTable[static_cast<unsigned char>(c)]; }
+
+/// White space of the classic locale.
+constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+bool EqualCI(std::string_view a, std::string_view b) noexcept;
+
+/// The order of the upper-case forms: negative, zero or positive.
+int CompareUpper(std::string_view a, std::string_view b) noexcept;
+
+/// First place at or after `pos`, or npos; the empty needle is not found at the very end. Linear on every input.
+std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t pos) noexcept;
+
+/// Replaces in one pass; the arguments may lie in `text` itself.
+void ReplaceAll(std::string & text, std::string_view from, std::string_view to, bool ignoreCase);
+
+/// Both texts end at their first zero byte.
+bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ignoreCase) noexcept;
+
+std::string_view TrimLeft(std::string_view text, char c) noexcept;
+std::string_view TrimRight(std::string_view text, char c) noexcept;
+
+}  // namespace qrtcl::text

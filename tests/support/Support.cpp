@@ -1,0 +1,36 @@
+#include "support/Support.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <stdlib.h>
+
+void PrintTo(LCString const & text, std::ostream * out) { *out << testing::PrintToString(text.str()); }
+
+TemporaryFolder::TemporaryFolder()
+{
+    movPath = testing::TempDir() + "qrtcl-XXXXXX";
+    if (::mkdtemp(movPath.data()) == nullptr) throw std::runtime_error("no temporary folder " + movPath);
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(movPath, ignored);
+}
+
+LCString TemporaryFolder::Path(std::string const & name) const { return LCString(movPath + "/" + name); }
+
+LCString TemporaryFolder::Write(std::string const & name, std::string const & content) const
+{
+    LCString const path = Path(name);
+    std::ofstream(path.str(), std::ios::binary) << content;
+    return path;
+}
+
+std::string TemporaryFolder::Read(std::string const & name) const
+{
+    std::ifstream in(Path(name).str(), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}

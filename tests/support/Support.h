@@ -1,0 +1,48 @@
+#pragma once
+
+// What every test sees: the framework, and how it prints the library's values.
+
+#include <ostream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "foundation/LCString.h"
+
+void PrintTo(LCString const & text, std::ostream * out);
+
+/// A folder of its own that is gone at the end of the test.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(TemporaryFolder const &) = delete;
+    TemporaryFolder & operator=(TemporaryFolder const &) = delete;
+    ~TemporaryFolder();
+
+    /// The path of a file in it.
+    LCString Path(std::string const & name) const;
+    /// Writes a file with exactly these bytes and gives its path.
+    LCString Write(std::string const & name, std::string const & content) const;
+    /// The bytes of a file in it.
+    std::string Read(std::string const & name) const;
+
+private:
+    std::string movPath;
+};
+
+/// Checks all six operators on every pair of `values`, which stand in ascending order without equal ones.
+template <typename Values>
+void ExpectTotalOrder(Values const & values)
+{
+    for (auto a = values.begin(); a != values.end(); ++a) {
+        for (auto b = values.begin(); b != values.end(); ++b) {
+            bool const less = std::distance(values.begin(), a) < std::distance(values.begin(), b);
+            EXPECT_EQ(*a == *b, a == b);
+            EXPECT_EQ(*a != *b, a != b);
+            EXPECT_EQ(*a < *b, less);
+            if constexpr (requires { *a > *b; }) EXPECT_EQ(*b > *a, less);
+            if constexpr (requires { *a <= *b; }) EXPECT_EQ(*a <= *b, less || a == b);
+            if constexpr (requires { *a >= *b; }) EXPECT_EQ(*b >= *a, less || a == b);
+        }
+    }
+}
