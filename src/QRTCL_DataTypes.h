@@ -3,3 +3,9 @@
 // The whole library. A program that uses a few classes includes their own headers.
 
 #include "foundation/LCString.h"
+#include "foundation/LCCheckCancel.h"
+#include "foundation/LCInfo.h"
+#include "foundation/LCMath.h"
+#include "foundation/LCObject.h"
+#include "foundation/LCOverwriteCallback.h"
+#include "library/LCQRTCL_DataTypesInit.h"

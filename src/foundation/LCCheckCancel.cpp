@@ -1,0 +1,5 @@
+#include "foundation/LCCheckCancel.h"
+
+LCCheckCancel::~LCCheckCancel() = default;
+
+bool LCCheckCancel::IsCancelled() { return false; }

@@ -1,0 +1,5 @@
+#include "foundation/LCOverwriteCallback.h"
+
+LCOverwriteCallback::~LCOverwriteCallback() = default;
+
+bool LCOverwriteCallback::AskOverwrite(LCObject *) { return true; }
