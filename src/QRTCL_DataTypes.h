@@ -2,10 +2,14 @@
 
 // The whole library. A program that uses a few classes includes their own headers.
 
-#include "foundation/LCString.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
 #include "foundation/LCMath.h"
 #include "foundation/LCObject.h"
 #include "foundation/LCOverwriteCallback.h"
+#include "foundation/LCString.h"
 #include "library/LCQRTCL_DataTypesInit.h"
+#include "paragraph/LCDocument.h"
+#include "paragraph/LCParagraph.h"
+#include "paragraph/LCParagraphList.h"
+#include "paragraph/LCParagraphReaderWriter.h"

@@ -1,0 +1,5 @@
+#include "paragraph/LCDocument.h"
+
+LCDocument::~LCDocument() = default;
+
+LCDocumentCreator::~LCDocumentCreator() = default;
