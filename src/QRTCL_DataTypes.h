@@ -8,6 +8,7 @@
 #include "foundation/LCObject.h"
 #include "foundation/LCOverwriteCallback.h"
 #include "foundation/LCString.h"
+#include "identity/LCGUID.h"
 #include "library/LCQRTCL_DataTypesInit.h"
 #include "paragraph/LCDocument.h"
 #include "paragraph/LCParagraph.h"
