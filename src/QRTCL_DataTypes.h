@@ -14,3 +14,4 @@
 #include "paragraph/LCParagraph.h"
 #include "paragraph/LCParagraphList.h"
 #include "paragraph/LCParagraphReaderWriter.h"
+#include "units/LCUnitMan.h"

@@ -2,8 +2,8 @@
 
 #include "foundation/LCString.h"
 
-/// A sink for what an operation wants to show its user. This class shows nothing and answers true; applications
-/// override what they can show.
+/// A sink for what an operation wants to show its user. This class shows nothing and answers true;
+/// applications override what they can show.
 class QRTCL_API LCInfo {
 public:
     LCInfo() = default;
@@ -18,6 +18,6 @@ public:
     virtual bool ClearInfo();
 };
 
-/// The application's own sink; null at load. The library neither reads nor writes it. Set it before other threads
-/// read it.
+/// The application's own sink; null at load. The library neither reads nor writes it. Set it before other
+/// threads read it.
 extern QRTCL_API LCInfo * gopInfo;

@@ -15,7 +15,8 @@ double PowerOfTen(int exponent)
     static constexpr std::array<double, 23> exact = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                      1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                      1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    if (exponent >= 0 && exponent < static_cast<int>(exact.size())) return exact[static_cast<unsigned>(exponent)];
+    if (exponent >= 0 && exponent < static_cast<int>(exact.size()))
+        return exact[static_cast<unsigned>(exponent)];
     return std::pow(10.0, exponent);
 }
 
@@ -40,7 +41,10 @@ double LCMath::Div(double a, double b)
     return a / b;
 }
 
-long double LCMath::Div(long double a, long double b) { return Div(static_cast<double>(a), static_cast<double>(b)); }
+long double LCMath::Div(long double a, long double b)
+{
+    return Div(static_cast<double>(a), static_cast<double>(b));
+}
 
 double LCMath::CeilToDec(double v, int decimals)
 {

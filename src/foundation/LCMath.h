@@ -7,8 +7,8 @@
 /// Comparison of doubles through an explicit tolerance, rounding to decimals, angles in degrees.
 ///
 /// The comparisons are not closed at the same end: at a distance of exactly `tol`, `AlmostEq` holds while
-/// `AlmostEqOrGreater` and `AlmostEqOrLess` do not. Differences and sums are plain double arithmetic. The forms for
-/// long double compute exactly as those for double.
+/// `AlmostEqOrGreater` and `AlmostEqOrLess` do not. Differences and sums are plain double arithmetic. The
+/// forms for long double compute exactly as those for double.
 class QRTCL_API LCMath {
 public:
     LCMath() = delete;
@@ -42,9 +42,10 @@ public:
 
     static double CeilToDec(double v, int decimals);
     static double FloorToDec(double v, int decimals);
-    /// Half away from zero, decided by the one digit behind the last kept one, which is cut from the product and not
-    /// rounded: 1.2349 with 2 decimals is 1.23, and 1.005 with 2 decimals is 1, as 1.005 * 1000 lies just under
-    /// 1005. A value whose product does not fit 64 bits, an infinity and a not-a-number come back unrounded.
+    /// Half away from zero, decided by the one digit behind the last kept one, which is cut from the product
+    /// and not rounded: 1.2349 with 2 decimals is 1.23, and 1.005 with 2 decimals is 1, as 1.005 * 1000 lies
+    /// just under 1005. A value whose product does not fit 64 bits, an infinity and a not-a-number come back
+    /// unrounded.
     static double RoundToDec(double v, int decimals);
 
     static double DegToRad(double degrees);

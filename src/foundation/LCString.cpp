@@ -20,8 +20,7 @@ void CheckPosition(std::string const & s, unsigned int pos)
     if (pos > s.size()) throw std::out_of_range("invalid string position");
 }
 
-template <typename Integer>
-std::string Decimal(Integer v)
+template <typename Integer> std::string Decimal(Integer v)
 {
     char buffer[24];
     auto const end = std::to_chars(buffer, buffer + sizeof buffer, v).ptr;
@@ -36,8 +35,7 @@ void PadLeft(std::string & s, int width, char fill)
 }
 
 /// Runs `format` on the text; if that throws, the text is "+NAN", which needs no memory.
-template <typename Format>
-void FormatOrNan(std::string & s, Format format) noexcept
+template <typename Format> void FormatOrNan(std::string & s, Format format) noexcept
 {
     try {
         format();
@@ -55,22 +53,41 @@ bool LCString::LCCompareCI::operator()(LCString const & a, LCString const & b) c
 
 LCString::LCString(wchar_t const * s)
 {
-    for (; *s != L'\0' && static_cast<unsigned long>(*s) <= 0xFF; ++s) movText.push_back(static_cast<char>(*s));
+    for (; *s != L'\0' && static_cast<unsigned long>(*s) <= 0xFF; ++s)
+        movText.push_back(static_cast<char>(*s));
 }
 
-LCString::LCString(int count, char c)
+void LCString::AssignCopies(int count, char c)
 {
     if (count < 0) throw std::length_error("string too long");
     movText.assign(static_cast<std::size_t>(count), c);
 }
 
 // At most 20 digits and a sign: the only thing that can fail is the memory, and then this is "+NAN" too.
-LCString::LCString(int v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
-LCString::LCString(unsigned int v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
-LCString::LCString(long v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
-LCString::LCString(unsigned long v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
-LCString::LCString(long long v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
-LCString::LCString(unsigned long long v) { FormatOrNan(movText, [&] { movText = Decimal(v); }); }
+LCString::LCString(int v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
+LCString::LCString(unsigned int v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
+LCString::LCString(long v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
+LCString::LCString(unsigned long v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
+LCString::LCString(long long v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
+LCString::LCString(unsigned long long v)
+{
+    FormatOrNan(movText, [&] { movText = Decimal(v); });
+}
 
 LCString::LCString(double v, int precision, int width, char fill)
 {
@@ -85,7 +102,8 @@ void LCString::AssignInteger(int v, int width, char fill, bool hex) noexcept
     FormatOrNan(movText, [&] {
         if (hex) {
             char buffer[8];
-            auto const end = std::to_chars(buffer, buffer + sizeof buffer, static_cast<unsigned int>(v), 16).ptr;
+            auto const end =
+                std::to_chars(buffer, buffer + sizeof buffer, static_cast<unsigned int>(v), 16).ptr;
             movText.assign(buffer, end);
         } else {
             movText = Decimal(v);
@@ -148,8 +166,14 @@ LCString LCString::operator&(LCString const & rhs) const
     return joined;
 }
 
-void LCString::ToLowerCase() noexcept { std::transform(movText.begin(), movText.end(), movText.begin(), text::ToLower); }
-void LCString::ToUpperCase() noexcept { std::transform(movText.begin(), movText.end(), movText.begin(), text::ToUpper); }
+void LCString::ToLowerCase() noexcept
+{
+    std::transform(movText.begin(), movText.end(), movText.begin(), text::ToLower);
+}
+void LCString::ToUpperCase() noexcept
+{
+    std::transform(movText.begin(), movText.end(), movText.begin(), text::ToUpper);
+}
 
 LCString LCString::LowerCase() const
 {
@@ -221,7 +245,10 @@ LCString & LCString::insert(unsigned int pos, LCString const & s)
 void LCString::Reverse() noexcept { std::reverse(movText.begin(), movText.end()); }
 
 bool LCString::AsDoubleWithCheck(double & out) const noexcept { return number::ReadDouble(movText, out); }
-bool LCString::AsIntWithCheck(int & out, bool hex) const noexcept { return number::ReadInt(movText, hex, out); }
+bool LCString::AsIntWithCheck(int & out, bool hex) const noexcept
+{
+    return number::ReadInt(movText, hex, out);
+}
 bool LCString::AsUIntWithCheck(unsigned int & out, bool hex) const noexcept
 {
     return number::ReadUInt(movText, hex, out);

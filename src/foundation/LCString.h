@@ -13,9 +13,9 @@
 /// The family's one text type: a run of 8-bit bytes that no operation interprets.
 ///
 /// No encoding is tied to the bytes, and a zero byte may stand inside; what takes `char const *` stops at the
-/// first zero, and a null pointer is the caller's fault. Number texts, their reading and case folding are those
-/// of the classic locale whatever locale the process has set, so stored data never changes with a host program.
-/// Arguments may be the object itself. Operations that raise leave the object as it was.
+/// first zero, and a null pointer is the caller's fault. Number texts, their reading and case folding are
+/// those of the classic locale whatever locale the process has set, so stored data never changes with a host
+/// program. Arguments may be the object itself. Operations that raise leave the object as it was.
 class QRTCL_API LCString {
 public:
     /// What the find family answers when nothing is found.
@@ -46,13 +46,10 @@ public:
     LCString(std::nullptr_t) = delete;
 
     /// One byte; a zero byte gives the empty text. An integer or a bool is no byte and does not convert.
-    template <std::same_as<char> Char>
-    LCString(Char c) : movText(c == '\0' ? 0u : 1u, c)
-    {}
-    template <std::same_as<bool> Bool>
-    LCString(Bool) = delete;
+    template <std::same_as<char> Char> LCString(Char c) : movText(c == '\0' ? 0u : 1u, c) {}
+    template <std::same_as<bool> Bool> LCString(Bool) = delete;
     /// `count` copies of `c`; raises std::length_error for a negative count.
-    LCString(int count, char c);
+    template <std::same_as<char> Char> LCString(int count, Char c) { AssignCopies(count, c); }
 
     // Numbers. If the memory for the text can't be had, these hold "+NAN" and do not throw.
 
@@ -63,25 +60,23 @@ public:
     explicit LCString(unsigned long v);
     explicit LCString(long long v);
     explicit LCString(unsigned long long v);
-    /// With `hex`, lower-case hexadecimal digits without prefix; a negative `v` shows its 32-bit two's complement.
-    template <std::same_as<bool> Bool>
-    LCString(int v, Bool hex) : LCString(v, 0, ' ', hex)
-    {}
-    /// As above, then filled up on the left to `width`; the fill stands before the sign ("00-5"). A longer text
-    /// stays whole.
-    template <std::same_as<bool> Bool>
-    LCString(int v, int width, char fill, Bool hex)
+    /// With `hex`, lower-case hexadecimal digits without prefix; a negative `v` shows its 32-bit two's
+    /// complement.
+    template <std::same_as<bool> Bool> LCString(int v, Bool hex) : LCString(v, 0, ' ', hex) {}
+    /// As above, then filled up on the left to `width`; the fill stands before the sign ("00-5"). A longer
+    /// text stays whole.
+    template <std::same_as<bool> Bool> LCString(int v, int width, char fill, Bool hex)
     {
         AssignInteger(v, width, fill, hex);
     }
-    /// Fixed notation with `precision` digits behind the point (negative: 6), exactly rounded, never an exponent;
-    /// then filled up on the left to `width`. Infinities and not-a-number are "inf", "-inf", "nan", "-nan".
+    /// Fixed notation with `precision` digits behind the point (negative: 6), exactly rounded, never an
+    /// exponent; then filled up on the left to `width`. Infinities and not-a-number are "inf", "-inf", "nan",
+    /// "-nan".
     LCString(double v, int precision, int width, char fill);
     /// The form in which the family stores numbers. A negative `precision` gives 12 digits behind the point
-    /// without trailing zeros: 1.5 is "1.5", 100.0 is "100", -0.0 is "-0". Otherwise `precision` digits, whose
-    /// trailing zeros go if `trim` is true.
-    template <std::same_as<bool> Bool>
-    LCString(double v, int precision, Bool trim)
+    /// without trailing zeros: 1.5 is "1.5", 100.0 is "100", -0.0 is "-0". Otherwise `precision` digits,
+    /// whose trailing zeros go if `trim` is true.
+    template <std::same_as<bool> Bool> LCString(double v, int precision, Bool trim)
     {
         AssignDouble(v, precision, trim);
     }
@@ -123,7 +118,10 @@ public:
     bool EqCI(LCString const & other) const noexcept;
     bool NEqCI(LCString const & other) const noexcept { return !EqCI(other); }
 
-    friend LCString operator+(LCString const & a, LCString const & b) { return LCString(a.movText + b.movText); }
+    friend LCString operator+(LCString const & a, LCString const & b)
+    {
+        return LCString(a.movText + b.movText);
+    }
     friend LCString operator+(LCString && a, LCString const & b)
     {
         return LCString(std::move(a.movText.append(b.movText)));
@@ -133,7 +131,8 @@ public:
         movText += rhs.movText;
         return *this;
     }
-    /// Joins a path with exactly one backslash at the seam; an empty side adds none. A slash is no separator here.
+    /// Joins a path with exactly one backslash at the seam; an empty side adds none. A slash is no separator
+    /// here.
     LCString & operator&=(LCString const & rhs);
     LCString operator&(LCString const & rhs) const;
 
@@ -172,11 +171,12 @@ public:
     LCString & insert(unsigned int pos, LCString const & s);
     void Reverse() noexcept;
 
-    // Reading numbers, as the standard formatted extraction does in the classic locale: white space and a sign
-    // may come first, reading stops at the first byte that can't go on, and what follows is ignored. A failure
-    // is a text without a number, or a value that does not fit. `hex` takes an optional "0x". The forms with a
-    // check leave in `out` what the extraction leaves there: the nearest limit where the value does not fit, 0
-    // where there is no number, and `out` untouched where the text is empty or white space only.
+    // Reading numbers, as the standard formatted extraction does in the classic locale: white space and a
+    // sign may come first, reading stops at the first byte that can't go on, and what follows is ignored. A
+    // failure is a text without a number, or a value that does not fit. `hex` takes an optional "0x". The
+    // forms with a check leave in `out` what the extraction leaves there: the nearest limit where the value
+    // does not fit, 0 where there is no number, and `out` untouched where the text is empty or white space
+    // only.
 
     double AsDouble(double def = 0.0) const noexcept;
     bool AsDoubleWithCheck(double & out) const noexcept;
@@ -185,7 +185,7 @@ public:
     LCLong AsLong(LCLong def = 0, bool hex = false) const noexcept;
     /// The range is that of 32 bits, also for a native `long` that is wider.
     template <typename Long>
-        requires std::same_as<Long, LCLong> || std::same_as<Long, long>
+    requires std::same_as<Long, LCLong> || std::same_as<Long, long>
     bool AsLongWithCheck(Long & out, bool hex = false) const noexcept
     {
         int value = static_cast<int>(out);
@@ -198,27 +198,36 @@ public:
     unsigned int AsUInt(int def = 0, bool hex = false) const noexcept;
     bool AsUIntWithCheck(unsigned int & out, bool hex = false) const noexcept;
 
-    /// Without the zeros at the end of the fraction, the blanks behind them, and a point that is left at the end.
-    /// A text without a point comes back unchanged.
+    /// Without the zeros at the end of the fraction, the blanks behind them, and a point that is left at the
+    /// end. A text without a point comes back unchanged.
     static LCString CleanDoubleString(LCString const & s);
     LCString CleanDoubleString() const;
     void CleanDoubleString();
     /// Reads a double after turning all but digits, ",", "-" and "." into blanks; 0.0 if there is none.
     double IgnoreCharactersToDouble();
 
-    /// Reads a whole file; false if it can't be read (the text is then what was read, mostly nothing). Empty lines
-    /// before the first line with content are lost, and so is the line end of the last line.
+    /// Reads a whole file; false if it can't be read (the text is then what was read, mostly nothing). Empty
+    /// lines before the first line with content are lost, and so is the line end of the last line.
     bool LoadFromFile(LCString const & path);
     /// Writes the bytes and nothing else. The result only says that the file could be opened.
     bool SaveToFile(LCString const & path) const;
 
     // Positions of bytes from the start, or `npos`.
 
-    LCUInt64 Find(LCString const & s, LCUInt64 pos = 0) const noexcept { return movText.find(s.movText, pos); }
-    LCUInt64 find(LCString const & s, LCUInt64 pos = 0) const noexcept { return movText.find(s.movText, pos); }
+    LCUInt64 Find(LCString const & s, LCUInt64 pos = 0) const noexcept
+    {
+        return movText.find(s.movText, pos);
+    }
+    LCUInt64 find(LCString const & s, LCUInt64 pos = 0) const noexcept
+    {
+        return movText.find(s.movText, pos);
+    }
     /// A zero byte counts as the empty text.
     LCUInt64 Find(char c) const noexcept { return c == '\0' ? 0 : movText.find(c); }
-    LCUInt64 rfind(LCString const & s, LCUInt64 pos = npos) const noexcept { return movText.rfind(s.movText, pos); }
+    LCUInt64 rfind(LCString const & s, LCUInt64 pos = npos) const noexcept
+    {
+        return movText.rfind(s.movText, pos);
+    }
     /// A zero byte counts as the empty text.
     LCUInt64 ReverseFind(char c) const noexcept { return c == '\0' ? movText.size() : movText.rfind(c); }
     LCUInt64 find_first_of(LCString const & set, LCUInt64 pos = 0) const noexcept
@@ -229,15 +238,15 @@ public:
     {
         return movText.find_last_of(set.movText, pos);
     }
-    /// Ignores the case of ASCII letters; linear on every input. Unlike `Find`, does not find the empty text at
-    /// the very end.
+    /// Ignores the case of ASCII letters; linear on every input. Unlike `Find`, does not find the empty text
+    /// at the very end.
     LCUInt64 FindCI(LCString const & s, LCUInt64 pos = 0) const noexcept;
     bool Contains(LCString const & s) const noexcept { return Find(s, 0) != npos; }
     /// Unlike `Contains`, the empty text does not contain the empty text.
     bool ContainsCI(LCString const & s) const noexcept { return FindCI(s, 0) != npos; }
 
-    // Replacing goes through the text once: what was put in is not searched, and matches do not overlap. An empty
-    // `from` changes nothing.
+    // Replacing goes through the text once: what was put in is not searched, and matches do not overlap. An
+    // empty `from` changes nothing.
     void ReplaceInString(LCString const & from, LCString const & to);
     void ReplaceInStringCI(LCString const & from, LCString const & to);
     LCString Replace(LCString const & from, LCString const & to) const;
@@ -246,12 +255,13 @@ public:
     /// `s` between single quotes; quotes inside are not escaped.
     static LCString QuotedStr(LCString const & s);
 
-    /// 1 if the whole text matches, else 0. "*" is any run of bytes, "?" exactly one, and nothing escapes them;
-    /// slash and backslash are the same byte. A zero byte ends either text.
+    /// 1 if the whole text matches, else 0. "*" is any run of bytes, "?" exactly one, and nothing escapes
+    /// them; slash and backslash are the same byte. A zero byte ends either text.
     int CompareWildCards(LCString const & pattern);
     int CompareWildCardsCI(LCString const & pattern);
 
 private:
+    void AssignCopies(int count, char c);
     void AssignInteger(int v, int width, char fill, bool hex) noexcept;
     void AssignDouble(double v, int precision, bool trim) noexcept;
 
@@ -259,7 +269,6 @@ private:
 };
 
 /// Hash of the bytes, consistent with `==`.
-template <>
-struct std::hash<LCString> {
+template <> struct std::hash<LCString> {
     std::size_t operator()(LCString const & s) const noexcept { return std::hash<std::string>()(s.str()); }
 };

@@ -1,5 +1,6 @@
-// Every object of the library that is built at load stands here, in the order in which they come up; they go down
-// in reverse. The priority puts them before the objects of an application that links the library statically.
+// Every object of the library that is built at load stands here, in the order in which they come up; they go
+// down in reverse. The priority puts them before the objects of an application that links the library
+// statically.
 
 #if defined(__GNUC__)
 #define QRTCL_AT_LOAD __attribute__((init_priority(200)))

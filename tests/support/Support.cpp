@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-
 #include <stdlib.h>
 
 void PrintTo(LCString const & text, std::ostream * out) { *out << testing::PrintToString(text.str()); }

@@ -31,8 +31,7 @@ private:
 };
 
 /// Checks all six operators on every pair of `values`, which stand in ascending order without equal ones.
-template <typename Values>
-void ExpectTotalOrder(Values const & values)
+template <typename Values> void ExpectTotalOrder(Values const & values)
 {
     for (auto a = values.begin(); a != values.end(); ++a) {
         for (auto b = values.begin(); b != values.end(); ++b) {

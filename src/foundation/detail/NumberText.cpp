@@ -79,7 +79,8 @@ void AssignFixedAny(std::string & text, double v, int precision)
 {
     constexpr std::size_t digitsBeforePoint = 309;
     text.resize(digitsBeforePoint + 2 + static_cast<std::size_t>(precision));
-    auto const result = std::to_chars(text.data(), text.data() + text.size(), v, std::chars_format::fixed, precision);
+    auto const result =
+        std::to_chars(text.data(), text.data() + text.size(), v, std::chars_format::fixed, precision);
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));
 }
 
@@ -107,13 +108,12 @@ struct Magnitude {
     bool huge = false;  // does not fit 32 bits
 };
 
-/// Reads digits, and goes over all of them also when the value has long become too large. `text` begins behind
-/// the sign.
+/// Reads digits, and goes over all of them also when the value has long become too large. `text` begins
+/// behind the sign.
 Magnitude ReadMagnitude(std::string_view text, bool hex)
 {
-    // As in the extraction, a hexadecimal prefix is taken even if no digit follows, which then is a failure, and
-    // several prefixes are taken as one.
-    while (hex && text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.remove_prefix(2);
+    // As in the extraction, a hexadecimal prefix is taken even if no digit follows; that is a failure then.
+    if (hex && text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.remove_prefix(2);
     Magnitude read;
     unsigned const base = hex ? 16 : 10;
     for (char const c : text) {
@@ -164,9 +164,12 @@ bool ReadDouble(std::string_view text, double & out) noexcept
     bool digits = false;
     bool point = false;
     for (; end < text.size(); ++end) {
-        if (IsDigit(text[end])) digits = true;
-        else if (text[end] == '.' && !point) point = true;
-        else break;
+        if (IsDigit(text[end]))
+            digits = true;
+        else if (text[end] == '.' && !point)
+            point = true;
+        else
+            break;
     }
     if (digits && end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
         ++end;
@@ -209,7 +212,8 @@ bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
     Magnitude const read = ReadMagnitude(text, hex);
-    std::int64_t const value = negative ? -static_cast<std::int64_t>(read.value) : static_cast<std::int64_t>(read.value);
+    std::int64_t const value =
+        negative ? -static_cast<std::int64_t>(read.value) : static_cast<std::int64_t>(read.value);
     constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
     constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
     out = static_cast<std::int32_t>(std::clamp(value, low, high));

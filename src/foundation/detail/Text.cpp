@@ -97,8 +97,8 @@ std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t p
     if (needle.empty()) return pos < text.size() ? pos : npos;
     if (needle.size() > text.size()) return npos;
 
-    // Straight comparison is the fastest on ordinary texts. Once it has cost more than a few bytes for each place
-    // tried, the two-way search takes over.
+    // Straight comparison is the fastest on ordinary texts. Once it has cost more than a few bytes for each
+    // place tried, the two-way search takes over.
     char const first = ToLower(needle[0]);
     std::size_t const end = text.size() - needle.size() + 1;
     std::size_t const begin = pos;

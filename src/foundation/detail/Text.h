@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-// The algorithms on text, over views. Every operation without case goes through the one pair of fold tables, so
-// that equality, order, search and wildcards agree.
+// The algorithms on text, over views. Every operation without case goes through the one pair of fold tables,
+// so that equality, order, search and wildcards agree.
 namespace qrtcl::text {
 
 consteval std::array<char, 256> FoldTable(char first, char last, int shift)
@@ -30,7 +30,8 @@ bool EqualCI(std::string_view a, std::string_view b) noexcept;
 /// The order of the upper-case forms: negative, zero or positive.
 int CompareUpper(std::string_view a, std::string_view b) noexcept;
 
-/// First place at or after `pos`, or npos; the empty needle is not found at the very end. Linear on every input.
+/// First place at or after `pos`, or npos; the empty needle is not found at the very end. Linear on every
+/// input.
 std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t pos) noexcept;
 
 /// Replaces in one pass; the arguments may lie in `text` itself.

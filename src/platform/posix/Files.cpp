@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,7 +13,8 @@ namespace {
 /// An open file, closed at the end of its life.
 class File {
 public:
-    File(std::string const & name, int flags) : mivDescriptor(::open(name.c_str(), flags | O_CLOEXEC, 0666)) {}
+    File(std::string const & name, int flags) : mivDescriptor(::open(name.c_str(), flags | O_CLOEXEC, 0666))
+    {}
     File(File const &) = delete;
     File & operator=(File const &) = delete;
     ~File()
@@ -36,7 +36,8 @@ bool ReadFile(std::string const & name, std::string & content)
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Descriptor(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
 
-    // One byte more than the size lets the last read see the end without growing; what has no size grows by blocks.
+    // One byte more than the size lets the last read see the end without growing; what has no size grows by
+    // blocks.
     constexpr std::size_t block = 1 << 16;
     std::size_t size = 0;
     content.resize(std::max<std::size_t>(static_cast<std::size_t>(status.st_size) + 1, block));

@@ -1,0 +1,120 @@
+#include "foundation/LCMath.h"
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Math, TheComparisonsAreNotClosedAtTheSameEnd)
+{
+    struct {
+        double a, b, tol;
+        bool equal, orGreater, orLess;
+    } const rows[] = {
+        {1.0, 1.5, 0.5, true, false, true},   {2.0, 1.5, 0.5, true, true, false},
+        {1.0, 1.0, 0.0, true, false, false},  {1.0, 1.25, 0.5, true, true, true},
+        {0.0, 1.5, 0.5, false, false, true},  {3.0, 1.5, 0.5, false, true, false},
+        {nan, 1.0, 0.5, false, false, false}, {1.0, nan, 0.5, false, false, false},
+    };
+    for (auto const & [a, b, tol, equal, orGreater, orLess] : rows) {
+        SCOPED_TRACE(testing::Message() << a << ", " << b << ", " << tol);
+        EXPECT_EQ(LCMath::AlmostEq(a, b, tol), equal);
+        EXPECT_EQ(LCMath::AlmostEq(static_cast<long double>(a), static_cast<long double>(b), 0.0L + tol),
+                  equal);
+        EXPECT_EQ(LCMath::AlmostEqOrGreater(a, b, tol), orGreater);
+        EXPECT_EQ(LCMath::LessNotAlmostEq(a, b, tol), !orGreater);
+        EXPECT_EQ(LCMath::AlmostEqOrLess(a, b, tol), orLess);
+        EXPECT_EQ(LCMath::GreaterNotAlmostEq(a, b, tol), !orLess);
+    }
+}
+
+TEST(Math, DivisionByAlmostNothingThrows)
+{
+    for (double const divisor : {0.0, -1e-14, 1e-13}) {
+        try {
+            LCMath::Div(1.0, divisor);
+            FAIL() << divisor;
+        } catch (std::runtime_error const &) {
+            FAIL() << "not directly an exception";
+        } catch (std::exception const & e) {
+            EXPECT_STREQ(e.what(), "Division by zero !");
+        }
+    }
+    EXPECT_EQ(LCMath::Div(0.0, 2.0), 0.0);
+    EXPECT_EQ(LCMath::Div(1.0, 2e-13), 1.0 / 2e-13);
+    EXPECT_THROW(LCMath::Div(1.0L, 0.0L), LCMath::LCDivisionByZero);
+}
+
+TEST(Math, RoundsByTheOneDigitBehindTheLast)
+{
+    struct {
+        double v;
+        int decimals;
+        double expected;
+    } const rows[] = {
+        {1.2349, 2, 1.23},
+        {1.235, 2, 1.24},
+        {-1.235, 2, -1.24},
+        {2.5, 0, 3.0},
+        {-2.5, 0, -3.0},
+        {1.005, 2, 1.0},
+        {1.9999, 3, 2.0},
+        {-0.0004, 3, -0.0},
+        {1234.0, -2, 1200.0},
+        {0.0, 5, 0.0},
+        {1e300, 2, 1e300},
+        {9.3e17, 0, 9.3e17},
+        {1.5, 400, 1.5},
+        {1.5, -400, 0.0},
+        {HUGE_VAL, 1, HUGE_VAL},
+        {2.0, std::numeric_limits<int>::max(), 2.0},
+        {2.0, std::numeric_limits<int>::min(), 0.0},
+    };
+    for (auto const & row : rows) {
+        double const rounded = LCMath::RoundToDec(row.v, row.decimals);
+        EXPECT_EQ(rounded, row.expected) << row.v << " to " << row.decimals;
+        EXPECT_EQ(std::signbit(rounded), std::signbit(row.expected)) << row.v;
+    }
+    EXPECT_TRUE(std::isnan(LCMath::RoundToDec(nan, 2)));
+}
+
+// The rule as it is told, with the runtime's powers, gives the same bits for every number of decimals in use.
+TEST(Math, RoundingKeepsTheBitsOfTheWrittenRule)
+{
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> values(-1e6, 1e6);
+    for (int i = 0; i < 20000; ++i) {
+        double const v = values(random);
+        int const decimals = static_cast<int>(random() % 14) - 4;
+        double const cut = static_cast<double>(static_cast<long long>(std::pow(10.0, decimals + 1) * v));
+        double const rounded = v < 0.0 ? std::ceil(cut / 10.0 - 0.5) : std::floor(cut / 10.0 + 0.5);
+        ASSERT_EQ(LCMath::RoundToDec(v, decimals), rounded / std::pow(10.0, decimals))
+            << v << " to " << decimals;
+    }
+}
+
+TEST(Math, CeilingAndFloorToDecimals)
+{
+    EXPECT_EQ(LCMath::CeilToDec(1.001, 2), 1.01);
+    EXPECT_EQ(LCMath::FloorToDec(1.009, 2), 1.0);
+    EXPECT_EQ(LCMath::CeilToDec(-1.001, 2), -1.0);
+    EXPECT_EQ(LCMath::FloorToDec(-1.001, 2), -1.01);
+    EXPECT_EQ(LCMath::CeilToDec(1201.0, -2), 1300.0);
+}
+
+TEST(Math, AnglesInDegreesAndRadians)
+{
+    EXPECT_EQ(LCMath::DegToRad(180.0), LCMath::pi);
+    EXPECT_EQ(LCMath::RadToDeg(LCMath::pi), 180.0);
+    EXPECT_NEAR(LCMath::sinDeg(30.0), 0.5, 1e-15);
+    EXPECT_NEAR(LCMath::cosDeg(60.0), 0.5, 1e-15);
+    EXPECT_NEAR(LCMath::tanDeg(45.0), 1.0, 1e-15);
+    EXPECT_EQ(LCMath::sinRad(LCMath::pi / 2), 1.0);
+    EXPECT_EQ(LCMath::cosRad(0.0), 1.0);
+    EXPECT_EQ(LCMath::tanRad(0.0), 0.0);
+}
+
+}  // namespace
