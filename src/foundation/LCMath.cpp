@@ -1,5 +1,6 @@
 #include "foundation/LCMath.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -61,14 +62,15 @@ double LCMath::FloorToDec(double v, int decimals)
 double LCMath::RoundToDec(double v, int decimals)
 {
     constexpr double limit = 9223372036854775808.0;  // 2^63
-    // One more than the largest int can't be asked for; its power is infinite either way.
-    double const wide = PowerOfTen(decimals) == HUGE_VAL ? HUGE_VAL : PowerOfTen(decimals + 1);
-    double const product = wide * v;
+    constexpr int beyondAnyPower = 400;              // infinite, and zero when negative
+    decimals = std::clamp(decimals, -beyondAnyPower, beyondAnyPower);
+    double const product = PowerOfTen(decimals + 1) * v;
     if (!(product >= -limit && product < limit)) return v;
 
     double const cut = static_cast<double>(static_cast<std::int64_t>(product));
     double const rounded = v < 0.0 ? std::ceil(cut / 10.0 - 0.5) : std::floor(cut / 10.0 + 0.5);
-    return rounded / PowerOfTen(decimals);
+    double const scale = PowerOfTen(decimals);
+    return scale == 0.0 ? rounded : rounded / scale;
 }
 
 double LCMath::DegToRad(double degrees) { return degrees * pi / halfCircle; }

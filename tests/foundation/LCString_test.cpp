@@ -141,6 +141,7 @@ TEST(String, FixedNotationIsThatOfTheStreams)
         double const v = AnyDouble(random);
         int const precision = static_cast<int>(random() % 21);
         std::ostringstream expected;
+        expected.imbue(std::locale::classic());
         expected << std::fixed << std::setprecision(precision) << v;
         ASSERT_EQ(LCString(v, precision, false), expected.str().c_str())
             << std::hexfloat << v << ", " << precision;
@@ -247,6 +248,7 @@ TEST(String, NumbersAreReadAsTheStreamsReadThem)
     }
     for (int i = 0; i < 20000; ++i) {
         std::ostringstream digits;
+        digits.imbue(std::locale::classic());
         digits << std::setprecision(static_cast<int>(random() % 19) + 1) << AnyDouble(random);
         texts.push_back(digits.str());
     }
