@@ -2,6 +2,7 @@
 
 // The whole library. A program that uses a few classes includes their own headers.
 
+#include "colour/LCColor.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
 #include "foundation/LCMath.h"
@@ -9,6 +10,7 @@
 #include "foundation/LCOverwriteCallback.h"
 #include "foundation/LCString.h"
 #include "identity/LCGUID.h"
+#include "input/LCBarCode.h"
 #include "library/LCQRTCL_DataTypesInit.h"
 #include "paragraph/LCDocument.h"
 #include "paragraph/LCParagraph.h"
