@@ -3,6 +3,9 @@
 // The whole library. A program that uses a few classes includes their own headers.
 
 #include "colour/LCColor.h"
+#include "collections/LCStringList.h"
+#include "collections/LCStringSet.h"
+#include "collections/LCStringVector.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
 #include "foundation/LCMath.h"

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <list>
+#include <vector>
+
+#include "foundation/LCString.h"
+
+// Sorting by the upper-case forms as bytes. Allocates one block of 32 bytes an element, whatever the texts
+// are.
+namespace qrtcl {
+
+/// Stable.
+void SortCI(std::list<LCString> & elements);
+void SortCI(std::vector<LCString> & elements);
+
+}  // namespace qrtcl
