@@ -19,4 +19,5 @@
 #include "paragraph/LCParagraph.h"
 #include "paragraph/LCParagraphList.h"
 #include "paragraph/LCParagraphReaderWriter.h"
+#include "streams/LCBase64.h"
 #include "units/LCUnitMan.h"
