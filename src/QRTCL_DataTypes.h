@@ -3,7 +3,12 @@
 // The whole library. A program that uses a few classes includes their own headers.
 
 #include "colour/LCColor.h"
+#include "collections/LCIntPair.h"
+#include "collections/LCIntRange.h"
+#include "collections/LCNumberLists.h"
+#include "collections/LCPairLists.h"
 #include "collections/LCStringList.h"
+#include "collections/LCStringPair.h"
 #include "collections/LCStringSet.h"
 #include "collections/LCStringVector.h"
 #include "foundation/LCCheckCancel.h"

@@ -24,60 +24,24 @@ template <typename Change> void Rebuild(std::set<LCString> & elements, Change ch
 
 LCStringSet::~LCStringSet() = default;
 
-bool LCStringSet::Contains(LCString const & text) const
-{
-    return contains(text);
-}
-bool LCStringSet::ContainsCI(LCString const & text) const
-{
-    return lines::ContainsCI(*this, text);
-}
-bool LCStringSet::Contains(LCStringSet const & other) const
-{
-    return lines::ContainsAll(*this, other);
-}
-bool LCStringSet::Contains(LCStringList const & other) const
-{
-    return lines::ContainsAll(*this, other);
-}
-bool LCStringSet::Contains(LCStringVector const & other) const
-{
-    return lines::ContainsAll(*this, other);
-}
-bool LCStringSet::ContainsCI(LCStringSet const & other) const
-{
-    return lines::ContainsAllCI(*this, other);
-}
-bool LCStringSet::ContainsCI(LCStringList const & other) const
-{
-    return lines::ContainsAllCI(*this, other);
-}
+bool LCStringSet::Contains(LCString const & text) const { return contains(text); }
+bool LCStringSet::ContainsCI(LCString const & text) const { return lines::ContainsCI(*this, text); }
+bool LCStringSet::Contains(LCStringSet const & other) const { return lines::ContainsAll(*this, other); }
+bool LCStringSet::Contains(LCStringList const & other) const { return lines::ContainsAll(*this, other); }
+bool LCStringSet::Contains(LCStringVector const & other) const { return lines::ContainsAll(*this, other); }
+bool LCStringSet::ContainsCI(LCStringSet const & other) const { return lines::ContainsAllCI(*this, other); }
+bool LCStringSet::ContainsCI(LCStringList const & other) const { return lines::ContainsAllCI(*this, other); }
 bool LCStringSet::ContainsCI(LCStringVector const & other) const
 {
     return lines::ContainsAllCI(*this, other);
 }
-LCStringSet::iterator LCStringSet::Find(LCString const & text) const
-{
-    return find(text);
-}
-LCStringSet::iterator LCStringSet::FindCI(LCString const & text) const
-{
-    return lines::FindCI(*this, text);
-}
+LCStringSet::iterator LCStringSet::Find(LCString const & text) const { return find(text); }
+LCStringSet::iterator LCStringSet::FindCI(LCString const & text) const { return lines::FindCI(*this, text); }
 
-LCString LCStringSet::Str(char sep) const
-{
-    return lines::Join(*this, sep);
-}
+LCString LCStringSet::Str(char sep) const { return lines::Join(*this, sep); }
 
-bool LCStringSet::LoadFromFile(LCString const & path)
-{
-    return lines::Load(*this, path);
-}
-bool LCStringSet::SaveToFile(LCString const & path) const
-{
-    return lines::Save(*this, path);
-}
+bool LCStringSet::LoadFromFile(LCString const & path) { return lines::Load(*this, path); }
+bool LCStringSet::SaveToFile(LCString const & path) const { return lines::Save(*this, path); }
 
 void LCStringSet::ToLowerCase()
 {

@@ -9,88 +9,43 @@ namespace lines = qrtcl::lines;
 
 LCStringVector::~LCStringVector() = default;
 
-bool LCStringVector::IsEmpty()
-{
-    return empty();
-}
-LCStringVector::position LCStringVector::GetHeadPosition()
-{
-    return begin();
-}
-LCStringVector::position LCStringVector::GetEndPosition()
-{
-    return end();
-}
-LCString LCStringVector::GetNext(position & p)
-{
-    return lines::GetNext(*this, p);
-}
-LCString LCStringVector::GetPrev(position & p)
-{
-    return lines::GetPrev(*this, p);
-}
+bool LCStringVector::IsEmpty() { return empty(); }
+LCStringVector::position LCStringVector::GetHeadPosition() { return begin(); }
+LCStringVector::position LCStringVector::GetEndPosition() { return end(); }
+LCString LCStringVector::GetNext(position & p) { return lines::GetNext(*this, p); }
+LCString LCStringVector::GetPrev(position & p) { return lines::GetPrev(*this, p); }
 
-void LCStringVector::AppendList(LCStringVector const & other)
-{
-    other.LCStringVector::AppendToList(*this);
-}
+void LCStringVector::AppendList(LCStringVector const & other) { other.LCStringVector::AppendToList(*this); }
 void LCStringVector::AppendToList(LCStringVector & dest) const
 {
     // By number, since both may be one vector; one by one, so that repeated appending stays linear.
     for (std::size_t i = 0, count = size(); i < count; ++i) dest.push_back((*this)[i]);
 }
-void LCStringVector::Reverse()
-{
-    std::reverse(begin(), end());
-}
+void LCStringVector::Reverse() { std::reverse(begin(), end()); }
 
 bool LCStringVector::Contains(LCString const & text) const
 {
     return std::find(begin(), end(), text) != end();
 }
-bool LCStringVector::ContainsCI(LCString const & text) const
-{
-    return lines::ContainsCI(*this, text);
-}
+bool LCStringVector::ContainsCI(LCString const & text) const { return lines::ContainsCI(*this, text); }
 LCStringVector::position LCStringVector::Find(LCString const & text)
 {
     return std::find(begin(), end(), text);
 }
-LCStringVector::position LCStringVector::FindCI(LCString const & text)
-{
-    return lines::FindCI(*this, text);
-}
+LCStringVector::position LCStringVector::FindCI(LCString const & text) { return lines::FindCI(*this, text); }
 
-LCString LCStringVector::Str(char sep) const
-{
-    return lines::Join(*this, sep);
-}
+LCString LCStringVector::Str(char sep) const { return lines::Join(*this, sep); }
 void LCStringVector::DivideTextInLines(LCString const & text, char sep)
 {
     lines::Redivide<std::vector<LCString>>(*this, text, sep, sep, true);
 }
-LCString LCStringVector::GetValue(LCString const & key) const
-{
-    return lines::GetValue(*this, key);
-}
+LCString LCStringVector::GetValue(LCString const & key) const { return lines::GetValue(*this, key); }
 
-bool LCStringVector::LoadFromFile(LCString const & path)
-{
-    return lines::Load(*this, path);
-}
-bool LCStringVector::SaveToFile(LCString const & path) const
-{
-    return lines::Save(*this, path);
-}
+bool LCStringVector::LoadFromFile(LCString const & path) { return lines::Load(*this, path); }
+bool LCStringVector::SaveToFile(LCString const & path) const { return lines::Save(*this, path); }
 
-void LCStringVector::SortCI()
-{
-    qrtcl::SortCI(*this);
-}
-void LCStringVector::UniqueCI()
-{
-    erase(std::unique(begin(), end(), LCString::LCEqualCI()), end());
-}
+void LCStringVector::SortCI() { qrtcl::SortCI(*this); }
+void LCStringVector::UniqueCI() { erase(std::unique(begin(), end(), LCString::LCEqualCI()), end()); }
 void LCStringVector::ToLowerCase()
 {
     for (LCString & text : *this) text.ToLowerCase();
