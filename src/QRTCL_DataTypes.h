@@ -26,3 +26,5 @@
 #include "paragraph/LCParagraphReaderWriter.h"
 #include "streams/LCBase64.h"
 #include "units/LCUnitMan.h"
+#include "time/LCDateTime.h"
+#include "time/LCTimeSpan.h"

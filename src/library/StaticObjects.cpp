@@ -4,6 +4,8 @@
 
 #include "input/LCBarCode.h"
 
+#include "time/LCDateTime.h"
+
 #if defined(__GNUC__)
 #define QRTCL_AT_LOAD __attribute__((init_priority(200)))
 #else
@@ -40,7 +42,8 @@ BAR_CODE_TYPE(QR);
 
 // 2. The colour index table of the drawing format.
 
-// 3. The correction of the application's clock.
+// 3. The correction of the application's clock. Constant data: it stands before anything runs.
+constinit LCTimeSpan LCDateTime::movCurrentDateTimeOffset;
 
 // 4. The debug message channel.
 
