@@ -11,6 +11,7 @@
 #include "collections/LCStringPair.h"
 #include "collections/LCStringSet.h"
 #include "collections/LCStringVector.h"
+#include "concurrency/LCEvent.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
 #include "foundation/LCMath.h"

@@ -1,0 +1,239 @@
+#pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <list>
+#include <memory>
+#include <utility>
+
+#include "foundation/Export.h"
+
+// Multicast events. A receiver owns a handler that binds one of its member functions, and hooks it to an
+// event:
+//
+//     class LCPanel {
+//         void OnTick(LCTimer & timer);
+//         LCEvent1Param<LCTimer &>::LCHandler movHandler{*this, &LCPanel::OnTick};
+//     };
+//     timer.OnTick << movHandler;  // and off again with >>
+//
+// An event class bears the number of its arguments in its name: LCEvent0Param, LCEvent1Param<A>, and so on.
+
+namespace qrtcl {
+
+/// What an event calls.
+template <typename... Args> class Delegate {
+public:
+    virtual ~Delegate() = default;
+    virtual void operator()(Args... args) = 0;
+    virtual void Enable() = 0;
+    virtual void Disable() = 0;
+    virtual bool IsEnabled() const = 0;
+};
+
+/// A member function and the receiver it is called on, which must outlive it. While disabled, a call does
+/// nothing.
+template <typename Base, typename T, typename... Args> class BoundDelegate : public Base {
+public:
+    BoundDelegate(T * receiver, void (T::*function)(Args...)) : mopReceiver(receiver), mopFunction(function)
+    {}
+    void operator()(Args... args) override
+    {
+        if (mbvEnabled) (mopReceiver->*mopFunction)(std::forward<Args>(args)...);
+    }
+    void Enable() override { mbvEnabled = true; }
+    void Disable() override { mbvEnabled = false; }
+    bool IsEnabled() const override { return mbvEnabled; }
+
+private:
+    T * mopReceiver;
+    void (T::*mopFunction)(Args...);
+    bool mbvEnabled = true;
+};
+
+/// The event of every arity: the list of the delegates it calls, none of which it owns.
+///
+/// Receivers are called in the order of their subscription, on the thread that fires; an event has no lock.
+/// They may hook and unhook anything while it fires, but not destroy it, assign to it or change the list by
+/// the list's own operations.
+///
+/// A copy calls the same receivers and goes its own way from there.
+template <typename Base, template <typename, typename...> typename Bound, typename... Args>
+class Event : public std::list<Base *> {
+public:
+    /// Makes one member function of a receiver known to events, and owns the delegate for it.
+    ///
+    /// Unhook it from every event before it dies: it does not do so itself, and an event would call what is
+    /// gone.
+    /// (`LCHook` does.)
+    class LCHandler {
+    public:
+        template <typename T, typename Owner>
+        requires std::convertible_to<T *, Owner *> LCHandler(T & receiver, void (Owner::*function)(Args...))
+            : LCHandler(&receiver, function)
+        {}
+        template <typename T, typename Owner>
+        requires std::convertible_to<T *, Owner *> LCHandler(T * receiver, void (Owner::*function)(Args...))
+            : mopDelegate(std::make_unique<Bound<Owner, Args...>>(receiver, function))
+        {}
+        LCHandler(LCHandler const &) = delete;
+        LCHandler & operator=(LCHandler const &) = delete;
+        virtual ~LCHandler() = default;
+
+        // These take effect in every event that holds the handler, which keeps its place in the order.
+        virtual void Enable() { mopDelegate->Enable(); }
+        virtual void Disable() { mopDelegate->Disable(); }
+        virtual bool IsEnabled() const { return mopDelegate->IsEnabled(); }
+
+    private:
+        friend Event;
+        std::unique_ptr<Base> mopDelegate;
+    };
+
+    /// A handler that is hooked to one event for as long as it lives. The event must outlive it.
+    class LCHook : public LCHandler {
+    public:
+        template <typename Receiver, typename Function>
+        LCHook(Event & event, Receiver && receiver, Function function)
+            : LCHandler(std::forward<Receiver>(receiver), function), movEvent(event)
+        {
+            movEvent << *this;
+        }
+        ~LCHook() override { movEvent >> *this; }
+
+    private:
+        Event & movEvent;
+    };
+
+    Event() = default;
+    /// The copy of an event that is firing holds itself for firing as well, until it has been fired: what is
+    /// hooked to it before that is lost.
+    Event(Event const & other)
+        : std::list<Base *>(other), mbvFiring(other.mbvFiring), movToAdd(other.movToAdd),
+          movToRemove(other.movToRemove)
+    {}
+    Event & operator=(Event const & other)
+    {
+        std::list<Base *>::operator=(other);
+        mbvFiring = other.mbvFiring;
+        movToAdd = other.movToAdd;
+        movToRemove = other.movToRemove;
+        return *this;
+    }
+    virtual ~Event() = default;
+
+    /// Hooks the handler behind those already there. At rest, one that is there stays as it is. While firing,
+    /// the handler is called from the next firing on, and one that is there already will be called twice.
+    void operator<<(LCHandler & handler)
+    {
+        Base * const delegate = handler.mopDelegate.get();
+        if (mbvFiring) {
+            movToAdd.push_back(delegate);
+        } else if (std::find(this->begin(), this->end(), delegate) == this->end()) {
+            this->push_back(delegate);
+        }
+    }
+
+    /// Unhooks the handler, however often it is there. While firing, it is not called again, and what hooked
+    /// it in the same firing, before or after, is in vain.
+    void operator>>(LCHandler & handler)
+    {
+        Base * const delegate = handler.mopDelegate.get();
+        if (mbvFiring) {
+            movToRemove.push_back(delegate);
+        } else {
+            this->remove(delegate);
+        }
+    }
+
+    /// Fires. What one receiver changes through a reference is seen by those behind it and by the caller.
+    ///
+    /// An exception of a receiver ends the firing, is passed on, and leaves the event as after any firing. A
+    /// receiver may fire the event that is calling it: changes then wait for the end of the outermost firing.
+    void operator()(Args... args)
+    {
+        if (this->empty()) return;
+        Firing const firing(*this);
+        for (Base * const delegate : *this) {
+            if (delegate != nullptr && !IsToRemove(delegate)) (*delegate)(args...);
+        }
+    }
+
+private:
+    /// From the start of a firing to its end, by return or by exception.
+    class Firing {
+    public:
+        explicit Firing(Event & event) : movEvent(event), mbvOutermost(!std::exchange(event.mbvInside, true))
+        {
+            if (!mbvOutermost) return;
+            movEvent.mbvFiring = true;
+            if (!movEvent.movToAdd.empty()) movEvent.movToAdd.clear();
+            if (!movEvent.movToRemove.empty()) movEvent.movToRemove.clear();
+        }
+        Firing(Firing const &) = delete;
+        Firing & operator=(Firing const &) = delete;
+        ~Firing()
+        {
+            if (!mbvOutermost) return;
+            movEvent.splice(movEvent.end(), movEvent.movToAdd);
+            for (Base * const delegate : movEvent.movToRemove) movEvent.remove(delegate);
+            movEvent.mbvFiring = false;
+            movEvent.mbvInside = false;
+        }
+
+    private:
+        Event & movEvent;
+        bool mbvOutermost;
+    };
+
+    bool IsToRemove(Base const * delegate) const
+    {
+        return !movToRemove.empty() &&
+               std::find(movToRemove.begin(), movToRemove.end(), delegate) != movToRemove.end();
+    }
+
+    bool mbvFiring = false;
+    std::list<Base *> movToAdd;
+    std::list<Base *> movToRemove;
+    /// This very object is firing. Unlike the flag, never copied.
+    bool mbvInside = false;
+};
+
+}  // namespace qrtcl
+
+// The family: delegates and events of each arity.
+
+class QRTCL_API delegate_base0 : public qrtcl::Delegate<> {};
+template <typename A> class delegate_base1 : public qrtcl::Delegate<A> {};
+template <typename A, typename B> class delegate_base2 : public qrtcl::Delegate<A, B> {};
+template <typename A, typename B, typename C> class delegate_base3 : public qrtcl::Delegate<A, B, C> {};
+template <typename A, typename B, typename C, typename D, typename E>
+class delegate_base5 : public qrtcl::Delegate<A, B, C, D, E> {};
+
+template <typename T> class delegate0 : public qrtcl::BoundDelegate<delegate_base0, T> {
+    using qrtcl::BoundDelegate<delegate_base0, T>::BoundDelegate;
+};
+template <typename T, typename A> class delegate1 : public qrtcl::BoundDelegate<delegate_base1<A>, T, A> {
+    using qrtcl::BoundDelegate<delegate_base1<A>, T, A>::BoundDelegate;
+};
+template <typename T, typename A, typename B>
+class delegate2 : public qrtcl::BoundDelegate<delegate_base2<A, B>, T, A, B> {
+    using qrtcl::BoundDelegate<delegate_base2<A, B>, T, A, B>::BoundDelegate;
+};
+template <typename T, typename A, typename B, typename C>
+class delegate3 : public qrtcl::BoundDelegate<delegate_base3<A, B, C>, T, A, B, C> {
+    using qrtcl::BoundDelegate<delegate_base3<A, B, C>, T, A, B, C>::BoundDelegate;
+};
+template <typename T, typename A, typename B, typename C, typename D, typename E>
+class delegate5 : public qrtcl::BoundDelegate<delegate_base5<A, B, C, D, E>, T, A, B, C, D, E> {
+    using qrtcl::BoundDelegate<delegate_base5<A, B, C, D, E>, T, A, B, C, D, E>::BoundDelegate;
+};
+
+class QRTCL_API LCEvent0Param : public qrtcl::Event<delegate_base0, delegate0> {};
+template <typename A> class LCEvent1Param : public qrtcl::Event<delegate_base1<A>, delegate1, A> {};
+template <typename A, typename B>
+class LCEvent2Param : public qrtcl::Event<delegate_base2<A, B>, delegate2, A, B> {};
+template <typename A, typename B, typename C>
+class LCEvent3Param : public qrtcl::Event<delegate_base3<A, B, C>, delegate3, A, B, C> {};
+template <typename A, typename B, typename C, typename D, typename E>
+class LCEvent5Param : public qrtcl::Event<delegate_base5<A, B, C, D, E>, delegate5, A, B, C, D, E> {};
