@@ -9,10 +9,7 @@ thread_local std::size_t givCount = 0;
 
 }  // namespace
 
-std::size_t AllocationCount()
-{
-    return givCount;
-}
+std::size_t AllocationCount() { return givCount; }
 
 void * operator new(std::size_t size)
 {
@@ -21,11 +18,5 @@ void * operator new(std::size_t size)
     throw std::bad_alloc();
 }
 
-void operator delete(void * block) noexcept
-{
-    std::free(block);
-}
-void operator delete(void * block, std::size_t) noexcept
-{
-    std::free(block);
-}
+void operator delete(void * block) noexcept { std::free(block); }
+void operator delete(void * block, std::size_t) noexcept { std::free(block); }
