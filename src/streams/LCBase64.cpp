@@ -11,7 +11,7 @@
 namespace base64 = qrtcl::base64;
 
 constinit std::array<char, 64> const LCBase64::mcaEncodingTable = base64::alphabet;
-constinit std::array<char, 256> const LCBase64::mcaDecodingTable = base64::Values(0);
+constinit std::array<char, 256> const LCBase64::mcaDecodingTable = base64::Values<char>(0);
 constinit std::array<int, 3> const LCBase64::miaModTable = {0, 2, 1};
 
 namespace {

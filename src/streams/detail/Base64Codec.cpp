@@ -31,7 +31,7 @@ constexpr std::uint32_t foreignMark = 1u << 24;
 
 consteval std::array<std::uint32_t, 256> PlacedValues(int shift)
 {
-    std::array<char, 256> const values = Values(-1);
+    std::array<int, 256> const values = Values(-1);
     std::array<std::uint32_t, 256> placed{};
     for (unsigned i = 0; i < placed.size(); ++i) {
         placed[i] = values[i] < 0 ? foreignMark : static_cast<std::uint32_t>(values[i]) << shift;
@@ -119,7 +119,7 @@ consteval Lookup HighHalves()
 
 consteval Lookup LowHalves()
 {
-    std::array<char, 256> const values = Values(-1);
+    std::array<int, 256> const values = Values(-1);
     Lookup marks{};
     for (unsigned low = 0; low < marks.size(); ++low) {
         marks[low] = emptyRow;

@@ -20,12 +20,12 @@ consteval std::array<char, 64> Alphabet()
 inline constexpr std::array<char, 64> alphabet = Alphabet();
 
 /// The value of each byte of the alphabet, and `foreign` for every other byte.
-consteval std::array<char, 256> Values(char foreign)
+template <typename Value> consteval std::array<Value, 256> Values(Value foreign)
 {
-    std::array<char, 256> values{};
+    std::array<Value, 256> values{};
     values.fill(foreign);
     for (unsigned i = 0; i < alphabet.size(); ++i) {
-        values[static_cast<unsigned char>(alphabet[i])] = static_cast<char>(i);
+        values[static_cast<unsigned char>(alphabet[i])] = static_cast<Value>(i);
     }
     return values;
 }
