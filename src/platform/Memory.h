@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstddef>
+
+namespace qrtcl::platform {
+
+/// Asks the system to back a block that is still untouched with large pages where it has them. A hint:
+/// filling hundreds of megabytes for the first time then costs a third.
+void PreferLargePages(void * block, std::size_t size) noexcept;
+
+}  // namespace qrtcl::platform

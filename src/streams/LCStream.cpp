@@ -1,0 +1,38 @@
+#include "streams/LCStream.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include "platform/Memory.h"
+
+LCStream::~LCStream() = default;
+LCInputFileStream::~LCInputFileStream() = default;
+LCOutputFileStream::~LCOutputFileStream() = default;
+LCMemoryStream::~LCMemoryStream() = default;
+
+namespace {
+
+constexpr LCLong largeBlock = 1 << 25;  // from here on the allocation is the system's, whole and untouched
+
+}  // namespace
+
+void LCStream::LoadFromStream(LCStream & source, bool rewind)
+{
+    struct Free {
+        void operator()(void * block) const { std::free(block); }
+    };
+    LCLong const size = source.GetSize();
+    if (size <= 0) return;
+    // Zeros that the system provides cost no pass of their own.
+    std::unique_ptr<void, Free> const block(std::calloc(static_cast<std::size_t>(size), 1));
+    if (block == nullptr) return;
+    if (size >= largeBlock) qrtcl::platform::PreferLargePages(block.get(), static_cast<std::size_t>(size));
+    source.Read(block.get(), size, rewind);
+    Write(block.get(), size);
+}
+
+void LCStream::SaveToStream(LCStream & target, bool rewind) { target.LoadFromStream(*this, rewind); }
+
+void LCInputFileStream::Write(void *, LCLong) {}
+
+LCLong LCOutputFileStream::Read(void *, LCLong, bool) { return 0; }
