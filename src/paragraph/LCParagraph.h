@@ -4,6 +4,7 @@
 #include "foundation/LCString.h"
 #include "foundation/LCTypes.h"
 
+// Include the headers of the types that you read or write.
 class LCBarCode;
 class LCColor;
 class LCDateTime;
