@@ -1,9 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <concepts>
 #include <list>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 #include "foundation/Export.h"
@@ -64,17 +64,16 @@ public:
     /// Makes one member function of a receiver known to events, and owns the delegate for it.
     ///
     /// Unhook it from every event before it dies: it does not do so itself, and an event would call what is
-    /// gone.
-    /// (`LCHook` does.)
+    /// gone (an `LCHook` unhooks itself).
     class LCHandler {
     public:
-        template <typename T, typename Owner>
-        requires std::convertible_to<T *, Owner *> LCHandler(T & receiver, void (Owner::*function)(Args...))
+        template <typename T>
+        LCHandler(std::type_identity_t<T> & receiver, void (T::*function)(Args...))
             : LCHandler(&receiver, function)
         {}
-        template <typename T, typename Owner>
-        requires std::convertible_to<T *, Owner *> LCHandler(T * receiver, void (Owner::*function)(Args...))
-            : mopDelegate(std::make_unique<Bound<Owner, Args...>>(receiver, function))
+        template <typename T>
+        LCHandler(std::type_identity_t<T> * receiver, void (T::*function)(Args...))
+            : mopDelegate(std::make_unique<Bound<T, Args...>>(receiver, function))
         {}
         LCHandler(LCHandler const &) = delete;
         LCHandler & operator=(LCHandler const &) = delete;
@@ -93,9 +92,13 @@ public:
     /// A handler that is hooked to one event for as long as it lives. The event must outlive it.
     class LCHook : public LCHandler {
     public:
-        template <typename Receiver, typename Function>
-        LCHook(Event & event, Receiver && receiver, Function function)
-            : LCHandler(std::forward<Receiver>(receiver), function), movEvent(event)
+        template <typename T>
+        LCHook(Event & event, std::type_identity_t<T> & receiver, void (T::*function)(Args...))
+            : LCHook(event, &receiver, function)
+        {}
+        template <typename T>
+        LCHook(Event & event, std::type_identity_t<T> * receiver, void (T::*function)(Args...))
+            : LCHandler(receiver, function), movEvent(event)
         {
             movEvent << *this;
         }
@@ -153,43 +156,61 @@ public:
     void operator()(Args... args)
     {
         if (this->empty()) return;
-        Firing const firing(*this);
-        for (Base * const delegate : *this) {
-            if (delegate != nullptr && !IsToRemove(delegate)) (*delegate)(args...);
+        if (mbvInside) {
+            CallAll(args...);
+        } else {
+            Firing const firing(*this);
+            CallAll(args...);
         }
     }
 
 private:
-    /// From the start of a firing to its end, by return or by exception.
+    /// From the start of the outermost firing to its end, by return or by exception.
     class Firing {
     public:
-        explicit Firing(Event & event) : movEvent(event), mbvOutermost(!std::exchange(event.mbvInside, true))
+        explicit Firing(Event & event) : movEvent(event)
         {
-            if (!mbvOutermost) return;
+            movEvent.mbvInside = true;
             movEvent.mbvFiring = true;
-            if (!movEvent.movToAdd.empty()) movEvent.movToAdd.clear();
-            if (!movEvent.movToRemove.empty()) movEvent.movToRemove.clear();
+            if (movEvent.HasPending()) [[unlikely]]
+                movEvent.DropPending();
         }
         Firing(Firing const &) = delete;
         Firing & operator=(Firing const &) = delete;
         ~Firing()
         {
-            if (!mbvOutermost) return;
-            movEvent.splice(movEvent.end(), movEvent.movToAdd);
-            for (Base * const delegate : movEvent.movToRemove) movEvent.remove(delegate);
+            if (movEvent.HasPending()) [[unlikely]]
+                movEvent.ApplyPending();
             movEvent.mbvFiring = false;
             movEvent.mbvInside = false;
         }
 
     private:
         Event & movEvent;
-        bool mbvOutermost;
     };
 
+    void CallAll(std::remove_reference_t<Args> &... args)
+    {
+        for (Base * const delegate : *this) {
+            if (delegate == nullptr || (!movToRemove.empty() && IsToRemove(delegate))) continue;
+            (*delegate)(args...);
+        }
+    }
     bool IsToRemove(Base const * delegate) const
     {
-        return !movToRemove.empty() &&
-               std::find(movToRemove.begin(), movToRemove.end(), delegate) != movToRemove.end();
+        return std::find(movToRemove.begin(), movToRemove.end(), delegate) != movToRemove.end();
+    }
+    bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty(); }
+    // Kept apart from the road of a plain firing.
+    [[gnu::cold]] void DropPending()
+    {
+        movToAdd.clear();
+        movToRemove.clear();
+    }
+    [[gnu::cold]] void ApplyPending() noexcept
+    {
+        this->splice(this->end(), movToAdd);
+        for (Base * const delegate : movToRemove) this->remove(delegate);
     }
 
     bool mbvFiring = false;

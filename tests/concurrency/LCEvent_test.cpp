@@ -251,6 +251,8 @@ TEST(Event, FiringAllocatesNothing)
     EXPECT_EQ(counter.sum, 10000u);
 }
 
+struct DerivedProbe : Probe {};
+static_assert(std::is_constructible_v<LCEvent0Param::LCHandler, DerivedProbe &, void (Probe::*)()>);
 static_assert(!std::is_copy_constructible_v<LCEvent0Param::LCHandler>);
 static_assert(!std::is_constructible_v<LCEvent0Param::LCHandler, Probe &, void (Probe::*)(char &, bool &)>);
 static_assert(!std::is_constructible_v<LCEvent0Param::LCHandler, int *, void (Probe::*)()>);
