@@ -1,6 +1,7 @@
 #pragma once
 
-// What every family of workloads uses: registration by name, time per item, and the check that all give the same.
+// What every family of workloads uses: registration by name, time per item, and the check that all give the
+// same.
 
 #include <cstddef>
 #include <cstdio>
@@ -16,12 +17,13 @@ namespace bench {
 /// Seeded alike in every run.
 inline std::mt19937_64 Random() { return std::mt19937_64(20260101); }
 
-/// Registers "workload/implementation": `pass` goes once over the whole input of `items` items. Reports the counter "ns",
-/// nanoseconds per item.
+/// Registers "workload/implementation": `pass` goes once over the whole input of `items` items. Reports the
+/// counter "ns", nanoseconds per item.
 template <typename Pass>
 void Register(std::string const & workload, std::string const & implementation, std::size_t items, Pass pass)
 {
-    benchmark::RegisterBenchmark((workload + "/" + implementation).c_str(), [items, pass](benchmark::State & state) {
+    benchmark::RegisterBenchmark((workload + "/" + implementation).c_str(), [items,
+                                                                             pass](benchmark::State & state) {
         for (auto _ : state) {
             pass();
             benchmark::ClobberMemory();

@@ -147,7 +147,8 @@ void Units(std::vector<double> const & values)
         for (double const v : values) benchmark::DoNotOptimize(LCUnitMan::ConvertDistance(v, 0, 1));
     });
     bench::Register("W18.convert-distance", "multiply+round", count, [&values] {
-        for (double const v : values) benchmark::DoNotOptimize(std::round(v * 0.03937007874015748 * 1000.0) / 1000.0);
+        for (double const v : values)
+            benchmark::DoNotOptimize(std::round(v * 0.03937007874015748 * 1000.0) / 1000.0);
     });
 }
 
@@ -164,7 +165,7 @@ int main(int argc, char ** argv)
     auto random = bench::Random();
     for (double const v : machine) {
         char buffer[64];
-        char const * const end = std::to_chars(buffer, buffer + sizeof buffer, v).ptr;
+        char * const end = std::to_chars(buffer, buffer + sizeof buffer, v).ptr;
         doubleTexts.emplace_back(std::string(buffer, end));
         integers.push_back(static_cast<int>(random() >> (33 + random() % 24)) * (random() % 2 != 0 ? 1 : -1));
         integerTexts.emplace_back(LCString(integers.back()));

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-
 #include <fnmatch.h>
 #include <strings.h>
 
@@ -23,7 +22,8 @@ std::string Words(std::mt19937_64 & random, std::size_t size)
 {
     std::string text;
     while (text.size() < size) {
-        for (auto n = 3 + random() % 8; n > 0; --n) text += static_cast<char>((random() % 8 == 0 ? 'A' : 'a') + random() % 26);
+        for (auto n = 3 + random() % 8; n > 0; --n)
+            text += static_cast<char>((random() % 8 == 0 ? 'A' : 'a') + random() % 26);
         text += ' ';
     }
     text.resize(size);
@@ -45,12 +45,14 @@ void Equality()
     });
     bench::Register("W04.equal-ci", "strcasecmp", pairs, [] {
         for (std::size_t i = 0; i < pairs; ++i) {
-            benchmark::DoNotOptimize(as[i].size() == bs[i].size() && strcasecmp(as[i].c_str(), bs[i].c_str()) == 0);
+            benchmark::DoNotOptimize(as[i].size() == bs[i].size() &&
+                                     strcasecmp(as[i].c_str(), bs[i].c_str()) == 0);
         }
     });
 #ifdef PEER_ABSL
     bench::Register("W04.equal-ci", "absl", pairs, [] {
-        for (std::size_t i = 0; i < pairs; ++i) benchmark::DoNotOptimize(absl::EqualsIgnoreCase(as[i].str(), bs[i].str()));
+        for (std::size_t i = 0; i < pairs; ++i)
+            benchmark::DoNotOptimize(absl::EqualsIgnoreCase(as[i].str(), bs[i].str()));
     });
 #endif
 }
@@ -62,12 +64,15 @@ void Search(std::string const & workload, std::string text, std::string needle)
     inputs.reserve(8);
     auto const & [haystack, wanted] = inputs.emplace_back(text + needle, LCString(needle).UpperCase());
     bench::Require(haystack.FindCI(wanted) == text.size(), workload.c_str());
-    bench::Require(strcasestr(haystack.c_str(), wanted.c_str()) == haystack.c_str() + text.size(), workload.c_str());
+    bench::Require(strcasestr(haystack.c_str(), wanted.c_str()) == haystack.c_str() + text.size(),
+                   workload.c_str());
     bench::Register(workload, "ours", 1, [&] { benchmark::DoNotOptimize(haystack.FindCI(wanted)); });
-    bench::Register(workload, "strcasestr", 1, [&] { benchmark::DoNotOptimize(strcasestr(haystack.c_str(), wanted.c_str())); });
+    bench::Register(workload, "strcasestr", 1,
+                    [&] { benchmark::DoNotOptimize(strcasestr(haystack.c_str(), wanted.c_str())); });
     bench::Register(workload, "std::search", 1, [&] {
-        benchmark::DoNotOptimize(std::search(haystack.str().begin(), haystack.str().end(), wanted.str().begin(),
-                                             wanted.str().end(), [](char a, char b) { return (a | 32) == (b | 32); }));
+        benchmark::DoNotOptimize(std::search(haystack.str().begin(), haystack.str().end(),
+                                             wanted.str().begin(), wanted.str().end(),
+                                             [](char a, char b) { return (a | 32) == (b | 32); }));
     });
 }
 
@@ -94,13 +99,16 @@ void Replacement(std::size_t megabytes)
     for (std::size_t i = 0; i + 40 < text.size(); i += 40, ++matches) text.replace(i, 4, "%id%");
     LCString const & input = texts.emplace_back(text);
     std::string const workload = "W05.replace-all-" + std::to_string(megabytes) + "MB";
-    bench::Require(input.Replace("%id%", "part-7").str() == ReplacedByAppending(text, "%id%", "part-7"), workload.c_str());
-    bench::Register(workload, "ours", matches, [&] { benchmark::DoNotOptimize(input.Replace("%id%", "part-7")); });
+    bench::Require(input.Replace("%id%", "part-7").str() == ReplacedByAppending(text, "%id%", "part-7"),
+                   workload.c_str());
+    bench::Register(workload, "ours", matches,
+                    [&] { benchmark::DoNotOptimize(input.Replace("%id%", "part-7")); });
     bench::Register(workload, "find+append", matches,
                     [&] { benchmark::DoNotOptimize(ReplacedByAppending(input.str(), "%id%", "part-7")); });
 #ifdef PEER_ABSL
-    bench::Register(workload, "absl", matches,
-                    [&] { benchmark::DoNotOptimize(absl::StrReplaceAll(input.str(), {{"%id%", "part-7"}})); });
+    bench::Register(workload, "absl", matches, [&] {
+        benchmark::DoNotOptimize(absl::StrReplaceAll(input.str(), {{"%id%", "part-7"}}));
+    });
 #endif
 #ifdef PEER_BOOST
     bench::Register(workload, "boost", matches, [&] {
@@ -109,20 +117,24 @@ void Replacement(std::size_t megabytes)
 #endif
 }
 
-void Wildcards(std::string const & workload, std::vector<std::string> const & subjects, std::string const & pattern)
+void Wildcards(std::string const & workload, std::vector<std::string> const & subjects,
+               std::string const & pattern)
 {
     static std::vector<std::pair<std::vector<LCString>, LCString>> inputs;
     inputs.reserve(16);
-    auto & [texts, wanted] = inputs.emplace_back(std::vector<LCString>(subjects.begin(), subjects.end()), pattern);
+    auto & [texts, wanted] =
+        inputs.emplace_back(std::vector<LCString>(subjects.begin(), subjects.end()), pattern);
     for (LCString & text : texts) {
-        bench::Require((text.CompareWildCards(wanted) == 1) == (fnmatch(wanted.c_str(), text.c_str(), FNM_NOESCAPE) == 0),
+        bench::Require((text.CompareWildCards(wanted) == 1) ==
+                           (fnmatch(wanted.c_str(), text.c_str(), FNM_NOESCAPE) == 0),
                        workload.c_str());
     }
     bench::Register(workload, "ours", texts.size(), [&] {
         for (LCString & text : texts) benchmark::DoNotOptimize(text.CompareWildCards(wanted));
     });
     bench::Register(workload, "fnmatch", texts.size(), [&] {
-        for (LCString & text : texts) benchmark::DoNotOptimize(fnmatch(wanted.c_str(), text.c_str(), FNM_NOESCAPE));
+        for (LCString & text : texts)
+            benchmark::DoNotOptimize(fnmatch(wanted.c_str(), text.c_str(), FNM_NOESCAPE));
     });
 }
 
@@ -133,10 +145,12 @@ int main(int argc, char ** argv)
     auto random = bench::Random();
     Equality();
     Search("W04.search-ci-1MiB", Words(random, 1 << 20), "bracket#17");
-    Search("W04.search-ci-1MiB-worst", std::string(1 << 20, 'a'), std::string(32, 'a') + "b");
+    Search("W04.search-ci-1MiB-worst", std::string(1 << 20, 'a'),
+           std::string(16, 'a') + "b" + std::string(16, 'a'));
     for (std::size_t const megabytes : {1u, 2u, 4u, 8u, 10u}) Replacement(megabytes);
     std::vector<std::string> names;
-    for (int i = 0; i < 1000; ++i) names.push_back(Words(random, 8) + "-" + std::to_string(i) + (i % 2 != 0 ? ".xml" : ".dxf"));
+    for (int i = 0; i < 1000; ++i)
+        names.push_back(Words(random, 8) + "-" + std::to_string(i) + (i % 2 != 0 ? ".xml" : ".dxf"));
     Wildcards("W06.wildcard", names, "*-?*5*.xml");
     for (std::size_t const size : {100u, 200u, 400u}) {
         Wildcards("W06.wildcard-worst-" + std::to_string(size), {std::string(size, 'a')}, "*a*a*a*b");

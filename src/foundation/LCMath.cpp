@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 
 namespace {
 
@@ -67,9 +68,17 @@ double LCMath::RoundToDec(double v, int decimals)
     double const product = PowerOfTen(decimals + 1) * v;
     if (!(product >= -limit && product < limit)) return v;
 
-    double const cut = static_cast<double>(static_cast<std::int64_t>(product));
-    double const rounded = v < 0.0 ? std::ceil(cut / 10.0 - 0.5) : std::floor(cut / 10.0 + 0.5);
     double const scale = PowerOfTen(decimals);
+    std::int64_t const cut = static_cast<std::int64_t>(product);
+    double rounded = 0.0;
+    constexpr std::int64_t exactTenths = std::int64_t{1} << 49;
+    if (cut > -exactTenths && cut < exactTenths) {
+        // Up to here cut / 10.0 is close enough for whole numbers to give the same.
+        rounded = std::copysign(static_cast<double>((std::abs(cut) + 5) / 10), v < 0.0 ? -1.0 : 1.0);
+    } else {
+        double const tenths = static_cast<double>(cut) / 10.0;
+        rounded = v < 0.0 ? std::ceil(tenths - 0.5) : std::floor(tenths + 0.5);
+    }
     return scale == 0.0 ? rounded : rounded / scale;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <stdexcept>
 
 #include "foundation/detail/NumberText.h"
@@ -20,11 +21,12 @@ void CheckPosition(std::string const & s, unsigned int pos)
     if (pos > s.size()) throw std::out_of_range("invalid string position");
 }
 
+/// At most 20 digits and a sign.
 template <typename Integer> std::string Decimal(Integer v)
 {
-    char buffer[24];
-    auto const end = std::to_chars(buffer, buffer + sizeof buffer, v).ptr;
-    return std::string(buffer, end);
+    bool const negative = v < Integer{0};
+    std::uint64_t const bits = static_cast<std::uint64_t>(v);
+    return number::Decimal(negative ? 0 - bits : bits, negative);
 }
 
 void PadLeft(std::string & s, int width, char fill)
@@ -63,15 +65,9 @@ void LCString::AssignCopies(int count, char c)
     movText.assign(static_cast<std::size_t>(count), c);
 }
 
-// At most 20 digits and a sign: the only thing that can fail is the memory, and then this is "+NAN" too.
-LCString::LCString(int v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
-LCString::LCString(unsigned int v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
+// Eleven characters at most need no memory of their own, so nothing can fail.
+LCString::LCString(int v) : movText(Decimal(v)) {}
+LCString::LCString(unsigned int v) : movText(Decimal(v)) {}
 LCString::LCString(long v)
 {
     FormatOrNan(movText, [&] { movText = Decimal(v); });
@@ -92,7 +88,7 @@ LCString::LCString(unsigned long long v)
 LCString::LCString(double v, int precision, int width, char fill)
 {
     FormatOrNan(movText, [&] {
-        number::AssignFixed(movText, v, precision < 0 ? 6 : precision);
+        number::AssignFixed(movText, v, precision < 0 ? 6 : precision, false);
         PadLeft(movText, width, fill);
     });
 }
@@ -116,8 +112,8 @@ void LCString::AssignDouble(double v, int precision, bool trim) noexcept
 {
     constexpr int storedPrecision = 12;
     FormatOrNan(movText, [&] {
-        number::AssignFixed(movText, v, precision < 0 ? storedPrecision : precision);
-        if (precision < 0 || (trim && precision != 0)) number::TrimFraction(movText);
+        number::AssignFixed(movText, v, precision < 0 ? storedPrecision : precision,
+                            precision < 0 || (trim && precision != 0));
     });
 }
 
@@ -334,26 +330,22 @@ LCUInt64 LCString::FindCI(LCString const & s, LCUInt64 pos) const noexcept
 
 void LCString::ReplaceInString(LCString const & from, LCString const & to)
 {
-    text::ReplaceAll(movText, from.movText, to.movText, false);
+    if (Contains(from)) movText = text::Replaced(movText, from.movText, to.movText, false);
 }
 
 void LCString::ReplaceInStringCI(LCString const & from, LCString const & to)
 {
-    text::ReplaceAll(movText, from.movText, to.movText, true);
+    if (ContainsCI(from)) movText = text::Replaced(movText, from.movText, to.movText, true);
 }
 
 LCString LCString::Replace(LCString const & from, LCString const & to) const
 {
-    LCString copy(*this);
-    copy.ReplaceInString(from, to);
-    return copy;
+    return LCString(text::Replaced(movText, from.movText, to.movText, false));
 }
 
 LCString LCString::ReplaceCI(LCString const & from, LCString const & to) const
 {
-    LCString copy(*this);
-    copy.ReplaceInStringCI(from, to);
-    return copy;
+    return LCString(text::Replaced(movText, from.movText, to.movText, true));
 }
 
 LCString LCString::QuotedStr(LCString const & s) { return LCString("'" + s.movText + "'"); }

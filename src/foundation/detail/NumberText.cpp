@@ -5,6 +5,8 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <limits>
 
 #include "foundation/detail/Text.h"
@@ -25,15 +27,55 @@ consteval std::array<std::uint64_t, maxExactDigits + 1> PowersOfTen()
 }
 constexpr auto powersOfTen = PowersOfTen();
 
-/// Writes exactly `count` digits of `v`, from the last to the first.
+/// "00" to "99", one behind the other.
+consteval std::array<char, 200> DigitPairs()
+{
+    std::array<char, 200> pairs{};
+    for (unsigned i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}
+constexpr auto digitPairs = DigitPairs();
+
+/// Writes exactly `count` digits of `v` so that they end at `last`.
 void WriteDigits(char * last, std::uint64_t v, int count)
 {
-    for (; count > 0; --count, v /= 10) *--last = static_cast<char>('0' + v % 10);
+    for (; count >= 2; count -= 2, v /= 100) {
+        last -= 2;
+        std::memcpy(last, &digitPairs[2 * (v % 100)], 2);
+    }
+    if (count > 0) *--last = static_cast<char>('0' + v % 10);
+}
+
+/// Writes all digits of `v` so that they end at `last`; gives the first.
+char * WriteWhole(char * last, std::uint64_t v)
+{
+    for (; v >= 100; v /= 100) {
+        last -= 2;
+        std::memcpy(last, &digitPairs[2 * (v % 100)], 2);
+    }
+    if (v < 10) {
+        *--last = static_cast<char>('0' + v);
+        return last;
+    }
+    last -= 2;
+    std::memcpy(last, &digitPairs[2 * v], 2);
+    return last;
+}
+
+/// The end of a number text without the zeros at the end of its fraction, and without a point left there.
+char const * TrimmedEnd(char const * first, char const * end)
+{
+    while (end - first > 1 && end[-1] == '0' && end[-2] != '.') --end;
+    if (end - first > 1 && end[-1] == '0') end -= 2;
+    return end;
 }
 
 /// The exact way for magnitudes below 2^53: the fraction is m / 2^s with m below 2^53, so its digits are one
 /// 128-bit product, a shift, and an exact test of the half.
-void AssignFixedExact(std::string & text, double v, int precision)
+void AssignFixedExact(std::string & text, double v, int precision, bool trim)
 {
     std::uint64_t const bits = std::bit_cast<std::uint64_t>(v);
     int const biased = static_cast<int>(bits >> 52 & 0x7FF);
@@ -45,7 +87,7 @@ void AssignFixedExact(std::string & text, double v, int precision)
     std::uint64_t const rest = shift < 64 ? mantissa - (whole << shift) : mantissa;
     std::uint64_t const scale = powersOfTen[static_cast<unsigned>(precision)];
     std::uint64_t fraction = 0;
-    if (shift > 0 && shift < 120) {  // beyond that the product, below 2^113, is less than the half
+    if (rest != 0 && shift < 120) {  // beyond that the product, below 2^113, is less than the half
         UInt128 const product = static_cast<UInt128>(rest) * scale;
         UInt128 const unit = static_cast<UInt128>(1) << shift;
         UInt128 const cut = product & (unit - 1);
@@ -59,29 +101,33 @@ void AssignFixedExact(std::string & text, double v, int precision)
     }
 
     char buffer[48];
-    char * const end = buffer + sizeof buffer;
-    char * first = end;
+    char * const last = buffer + sizeof buffer;
+    char const * end = last;
+    char * first = last;
     if (precision > 0) {
-        WriteDigits(end, fraction, precision);
-        first = end - precision;
-        *--first = '.';
+        if (trim && fraction == 0) {
+            end = first;
+        } else {
+            WriteDigits(last, fraction, precision);
+            first = last - precision;
+            *--first = '.';
+            if (trim) end = TrimmedEnd(first, last);
+        }
     }
-    do {
-        *--first = static_cast<char>('0' + whole % 10);
-        whole /= 10;
-    } while (whole != 0);
+    first = WriteWhole(first, whole);
     if (std::signbit(v)) *--first = '-';
-    text.assign(first, end);
+    text.assign(first, static_cast<std::size_t>(end - first));
 }
 
 /// Digits of any number: sign and at most 309 before the point.
-void AssignFixedAny(std::string & text, double v, int precision)
+void AssignFixedAny(std::string & text, double v, int precision, bool trim)
 {
     constexpr std::size_t digitsBeforePoint = 309;
     text.resize(digitsBeforePoint + 2 + static_cast<std::size_t>(precision));
     auto const result =
         std::to_chars(text.data(), text.data() + text.size(), v, std::chars_format::fixed, precision);
-    text.resize(static_cast<std::size_t>(result.ptr - text.data()));
+    char const * const end = trim ? TrimmedEnd(text.data(), result.ptr) : result.ptr;
+    text.resize(static_cast<std::size_t>(end - text.data()));
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -102,55 +148,143 @@ bool TakeSign(std::string_view & text)
     return negative;
 }
 
-struct Magnitude {
-    std::uint64_t value = 0;
-    bool found = false;
-    bool huge = false;  // does not fit 32 bits
+/// The powers of ten that a double holds exactly.
+constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// A number without sign as the extraction collects it: `mantissa` times ten to `exponent` if there are at
+/// most 15 `digits`, which do not count leading zeros.
+struct DecimalText {
+    std::size_t size = 0;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int exponent = 0;
+    bool complete = false;  // digits, and behind an "e" digits too
 };
 
-/// Reads digits, and goes over all of them also when the value has long become too large. `text` begins
-/// behind the sign.
-Magnitude ReadMagnitude(std::string_view text, bool hex)
+DecimalText ScanDecimal(std::string_view text)
 {
-    // As in the extraction, a hexadecimal prefix is taken even if no digit follows; that is a failure then.
-    if (hex && text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.remove_prefix(2);
+    DecimalText number;
+    char const * p = text.data();
+    char const * const end = p + text.size();
+    auto const takeDigits = [&] {
+        char const * const first = p;
+        for (; p != end && IsDigit(*p); ++p) {
+            number.mantissa =
+                number.mantissa * 10 + static_cast<unsigned>(*p - '0');  // wraps beyond 19 digits
+            number.digits += number.digits > 0 || *p != '0';
+        }
+        return p - first;
+    };
+    std::ptrdiff_t const before = takeDigits();
+    std::ptrdiff_t behind = 0;
+    if (p != end && *p == '.') {
+        ++p;
+        behind = takeDigits();
+    }
+    constexpr std::ptrdiff_t beyondAnyDigits = 100000;
+    number.exponent = -static_cast<int>(std::min(behind, beyondAnyDigits));
+    number.complete = before + behind > 0;
+    if (number.complete && p != end && (*p == 'e' || *p == 'E')) {
+        ++p;
+        bool const down = p != end && *p == '-';
+        if (p != end && (*p == '-' || *p == '+')) ++p;
+        number.complete = p != end && IsDigit(*p);
+        int shown = 0;
+        for (; p != end && IsDigit(*p); ++p) shown = std::min(shown * 10 + (*p - '0'), 100000);
+        number.exponent += down ? -shown : shown;
+    }
+    number.size = static_cast<std::size_t>(p - text.data());
+    return number;
+}
+
+/// Of the first digit that is not zero, counted from the point: which limit a number passed that has no
+/// double.
+std::int64_t DecimalExponent(std::string_view number)
+{
+    std::string_view const mantissa = number.substr(0, number.find_first_of("eE"));
+    std::size_t const first = mantissa.find_first_of("123456789");
+    std::size_t const point = std::min(mantissa.find('.'), mantissa.size());
+    std::int64_t exponent = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    if (mantissa.size() < number.size()) {
+        std::string_view shown = number.substr(mantissa.size() + 1);
+        bool const down = TakeSign(shown);
+        std::int64_t magnitude = 0;
+        auto const read = std::from_chars(shown.data(), shown.data() + shown.size(), magnitude);
+        if (read.ec != std::errc()) magnitude = std::numeric_limits<std::int32_t>::max();
+        exponent += down ? -magnitude : magnitude;
+    }
+    return exponent;
+}
+
+struct Magnitude {
+    std::uint64_t value = 0;  // at most 2^32, which stands for everything that does not fit 32 bits
+    bool found = false;
+
+    bool Fits() const { return value <= std::numeric_limits<std::uint32_t>::max(); }
+};
+
+constexpr std::uint64_t tooLarge = std::uint64_t{1} << 32;
+
+/// Reads digits, and goes over all of them also when the value has long become too large.
+Magnitude ReadDecimal(std::string_view text)
+{
     Magnitude read;
-    unsigned const base = hex ? 16 : 10;
     for (char const c : text) {
-        unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
-        if (digit > 9) {
-            char const letter = text::ToLower(c);
-            if (!hex || letter < 'a' || letter > 'f') break;
-            digit = static_cast<unsigned>(letter - 'a') + 10;
-        }
+        unsigned const digit = static_cast<unsigned char>(c) - unsigned{'0'};
+        if (digit > 9) break;
         read.found = true;
-        read.value = read.value * base + digit;
-        if (read.value > std::numeric_limits<std::uint32_t>::max()) {
-            read.huge = true;
-            read.value = std::numeric_limits<std::uint32_t>::max();
-        }
+        read.value = read.value * 10 + digit;
+        if (read.value > tooLarge) read.value = tooLarge;
     }
     return read;
 }
 
+/// As in the extraction, one prefix is taken even if no digit follows; that is a failure then.
+Magnitude ReadHexadecimal(std::string_view text)
+{
+    if (text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.remove_prefix(2);
+    Magnitude read;
+    for (char const c : text) {
+        char const letter = text::ToLower(c);
+        unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
+        if (letter >= 'a' && letter <= 'f')
+            digit = static_cast<unsigned>(letter - 'a') + 10;
+        else if (digit > 9)
+            break;
+        read.found = true;
+        read.value = read.value * 16 + digit;
+        if (read.value > tooLarge) read.value = tooLarge;
+    }
+    return read;
+}
+
+/// What stands behind white space and sign.
+Magnitude ReadMagnitude(std::string_view text, bool hex)
+{
+    return hex ? ReadHexadecimal(text) : ReadDecimal(text);
+}
+
 }  // namespace
 
-void AssignFixed(std::string & text, double v, int precision)
+void AssignFixed(std::string & text, double v, int precision, bool trim)
 {
     constexpr double exactLimit = 9007199254740992.0;  // 2^53
     if (precision <= maxExactDigits && std::fabs(v) < exactLimit) {
-        AssignFixedExact(text, v, precision);
+        AssignFixedExact(text, v, precision, trim);
     } else {
-        AssignFixedAny(text, v, precision);
+        AssignFixedAny(text, v, precision, trim);
     }
 }
 
-void TrimFraction(std::string & text)
+std::string Decimal(std::uint64_t magnitude, bool negative)
 {
-    std::size_t size = text.size();
-    while (size > 1 && text[size - 1] == '0' && text[size - 2] != '.') --size;
-    if (size > 1 && text[size - 1] == '0' && text[size - 2] == '.') size -= 2;
-    text.resize(size);
+    char buffer[24];
+    char * const end = buffer + sizeof buffer;
+    char * first = WriteWhole(end, magnitude);
+    if (negative) *--first = '-';
+    return std::string(first, end);
 }
 
 bool ReadDouble(std::string_view text, double & out) noexcept
@@ -159,48 +293,25 @@ bool ReadDouble(std::string_view text, double & out) noexcept
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
 
-    // The bytes that the extraction collects; std::from_chars then has to take all of them.
-    std::size_t end = 0;
-    bool digits = false;
-    bool point = false;
-    for (; end < text.size(); ++end) {
-        if (IsDigit(text[end]))
-            digits = true;
-        else if (text[end] == '.' && !point)
-            point = true;
-        else
-            break;
-    }
-    if (digits && end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
-        ++end;
-        if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
-        while (end < text.size() && IsDigit(text[end])) ++end;
-    }
-
-    double value = 0.0;
-    char const * const last = text.data() + end;
-    auto const result = digits ? std::from_chars(text.data(), last, value) : std::from_chars_result{};
-    if (!digits || result.ptr != last) {
+    // Takes the bytes that the extraction collects, and their first 19 digits as one whole number.
+    DecimalText const number = ScanDecimal(text);
+    if (!number.complete) {
         out = 0.0;
         return false;
     }
+    double value = 0.0;
     bool fits = true;
-    if (result.ec == std::errc::result_out_of_range) {
-        // Which limit was passed shows in the decimal exponent of the first digit that is not zero.
-        std::string_view const mantissa = text.substr(0, text.find_first_of("eE"));
-        std::size_t const first = mantissa.find_first_of("123456789");
-        std::size_t const dot = std::min(mantissa.find('.'), mantissa.size());
-        std::int64_t exponent = static_cast<std::int64_t>(dot) - static_cast<std::int64_t>(first);
-        if (std::size_t const e = mantissa.size() + 1; e < end) {
-            std::string_view shown = text.substr(e, end - e);
-            bool const down = TakeSign(shown);
-            std::int64_t number = 0;
-            auto const read = std::from_chars(shown.data(), shown.data() + shown.size(), number);
-            if (read.ec != std::errc()) number = std::numeric_limits<std::int32_t>::max();
-            exponent += down ? -number : number;
+    if (number.digits <= 15 && number.exponent >= -22 && number.exponent <= 22) {
+        // Both sides are exact as doubles, so one division or multiplication rounds correctly.
+        double const scale = exactPowers[static_cast<unsigned>(std::abs(number.exponent))];
+        double const mantissa = static_cast<double>(number.mantissa);
+        value = number.exponent < 0 ? mantissa / scale : mantissa * scale;
+    } else {
+        auto const result = std::from_chars(text.data(), text.data() + number.size, value);
+        if (result.ec == std::errc::result_out_of_range) {
+            fits = DecimalExponent(text.substr(0, number.size)) < 0;
+            value = fits ? 0.0 : std::numeric_limits<double>::max();
         }
-        fits = exponent < 0;
-        value = fits ? 0.0 : std::numeric_limits<double>::max();
     }
     out = negative ? -value : value;
     return fits;
@@ -212,12 +323,12 @@ bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
     Magnitude const read = ReadMagnitude(text, hex);
-    std::int64_t const value =
-        negative ? -static_cast<std::int64_t>(read.value) : static_cast<std::int64_t>(read.value);
+    std::int64_t const magnitude = static_cast<std::int64_t>(read.value);
+    std::int64_t const value = negative ? -magnitude : magnitude;
     constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
     constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
     out = static_cast<std::int32_t>(std::clamp(value, low, high));
-    return read.found && !read.huge && value == out;
+    return read.found && value == out;
 }
 
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
@@ -226,9 +337,13 @@ bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
     Magnitude const read = ReadMagnitude(text, hex);
+    if (!read.Fits()) {
+        out = std::numeric_limits<std::uint32_t>::max();
+        return false;
+    }
     std::uint32_t const value = static_cast<std::uint32_t>(read.value);
-    out = negative && !read.huge ? 0u - value : value;
-    return read.found && !read.huge;
+    out = negative ? 0u - value : value;
+    return read.found;
 }
 
 }  // namespace qrtcl::number

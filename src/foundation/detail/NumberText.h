@@ -8,11 +8,12 @@
 namespace qrtcl::number {
 
 /// Fixed notation with `precision` (not negative) digits behind the point, exactly rounded (ties to even).
-/// Throws what the allocation throws.
-void AssignFixed(std::string & text, double v, int precision);
+/// With `trim`, without the zeros at the end of the fraction; a point left at the end goes as well. Throws
+/// what the allocation throws.
+void AssignFixed(std::string & text, double v, int precision, bool trim);
 
-/// The text without the zeros at the end of its fraction; a point left at the end goes as well.
-void TrimFraction(std::string & text);
+/// Decimal digits behind the sign.
+std::string Decimal(std::uint64_t magnitude, bool negative);
 
 // These read like the standard formatted extraction and leave in `out` what it leaves there.
 bool ReadDouble(std::string_view text, double & out) noexcept;

@@ -1,7 +1,14 @@
 #include "foundation/detail/Text.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
+#include <vector>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
 
 namespace qrtcl::text {
 
@@ -73,18 +80,125 @@ std::size_t FindTwoWay(std::string_view text, std::string_view needle, std::size
     return npos;
 }
 
+constexpr std::size_t wordSize = 8;
+
+std::uint64_t Word(std::string_view text, std::size_t pos)
+{
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + pos, wordSize);
+    return word;
+}
+
+/// Eight bytes through the lower-case table at once.
+constexpr std::uint64_t FoldWord(std::uint64_t word)
+{
+    constexpr std::uint64_t each = 0x0101010101010101;
+    std::uint64_t const low = word & 0x7F * each;
+    std::uint64_t const fromA = low + (0x80 - 'A') * each;  // the high bit of a byte says "at least A"
+    std::uint64_t const behindZ = low + (0x7F - 'Z') * each;
+    std::uint64_t const upper = (fromA & ~behindZ & ~word) & 0x80 * each;
+    return word | upper >> 2;
+}
+
+bool SameFolded(std::uint64_t a, std::uint64_t b) { return a == b || FoldWord(a) == FoldWord(b); }
+
+/// How much comparing in vain a search may do before the two-way search takes over: a few bytes for each
+/// place tried.
+bool TooMuch(std::size_t compared, std::size_t tried) { return compared > 1024 + 4 * tried; }
+
+/// Compares where the first byte fits, as far as that stays linear. The needle is not empty and fits behind
+/// `pos`.
+std::size_t FindByEnds(std::string_view text, std::string_view needle, std::size_t pos) noexcept
+{
+    char const first = ToLower(needle.front());
+    std::size_t const end = text.size() - needle.size() + 1;
+    std::size_t const begin = pos;
+    std::size_t compared = 0;
+    for (; pos < end; ++pos) {
+        if (ToLower(text[pos]) != first) continue;
+        if (EqualCI(text.substr(pos, needle.size()), needle)) return pos;
+        compared += needle.size();
+        if (TooMuch(compared, pos - begin)) return FindTwoWay(text, needle, pos + 1);
+    }
+    return npos;
+}
+
+#if defined(__x86_64__)
+
+bool HasAvx2() { return __builtin_cpu_supports("avx2") != 0; }
+
+/// The same for 32 places at a time: compares where the first and the last byte fit.
+__attribute__((target("avx2"))) std::size_t FindByEndsAvx2(std::string_view text, std::string_view needle,
+                                                           std::size_t pos) noexcept
+{
+    constexpr std::size_t places = 32;
+    __m256i const first[] = {_mm256_set1_epi8(ToLower(needle.front())),
+                             _mm256_set1_epi8(ToUpper(needle.front()))};
+    __m256i const last[] = {_mm256_set1_epi8(ToLower(needle.back())),
+                            _mm256_set1_epi8(ToUpper(needle.back()))};
+    char const * const data = text.data();
+    std::size_t const toLast = needle.size() - 1;
+    std::size_t const begin = pos;
+    std::size_t compared = 0;
+    for (; pos + toLast + places <= text.size(); pos += places) {
+        __m256i const front = _mm256_loadu_si256(reinterpret_cast<__m256i const *>(data + pos));
+        __m256i const back = _mm256_loadu_si256(reinterpret_cast<__m256i const *>(data + pos + toLast));
+        __m256i const fits = _mm256_and_si256(
+            _mm256_or_si256(_mm256_cmpeq_epi8(front, first[0]), _mm256_cmpeq_epi8(front, first[1])),
+            _mm256_or_si256(_mm256_cmpeq_epi8(back, last[0]), _mm256_cmpeq_epi8(back, last[1])));
+        for (unsigned mask = static_cast<unsigned>(_mm256_movemask_epi8(fits)); mask != 0; mask &= mask - 1) {
+            std::size_t const place = pos + static_cast<std::size_t>(std::countr_zero(mask));
+            if (EqualCI(text.substr(place, needle.size()), needle)) return place;
+            compared += needle.size();
+        }
+        if (TooMuch(compared, pos - begin)) return FindTwoWay(text, needle, pos + places);
+    }
+    return pos + toLast < text.size() ? FindByEnds(text, needle, pos) : npos;
+}
+
+#else
+
+bool HasAvx2() { return false; }
+std::size_t FindByEndsAvx2(std::string_view text, std::string_view needle, std::size_t pos) noexcept
+{
+    return FindByEnds(text, needle, pos);
+}
+
+#endif
+
+consteval std::array<char, 256> WithOneSlash(std::array<char, 256> table)
+{
+    table['/'] = '\\';
+    return table;
+}
+constexpr std::array<char, 256> wildcardFoldTable = WithOneSlash(lowerTable);
+constexpr std::array<char, 256> wildcardTable = WithOneSlash(FoldTable('A', 'Z', 0));
+
 }  // namespace
 
 bool EqualCI(std::string_view a, std::string_view b) noexcept
 {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return ToLower(x) == ToLower(y); });
+    std::size_t const size = a.size();
+    if (b.size() != size) return false;
+    if (size < wordSize) {
+        for (std::size_t i = 0; i < size; ++i) {
+            if (ToLower(a[i]) != ToLower(b[i])) return false;
+        }
+        return true;
+    }
+    // The last word overlaps the one before it.
+    for (std::size_t i = 0; i + wordSize < size; i += wordSize) {
+        if (!SameFolded(Word(a, i), Word(b, i))) return false;
+    }
+    return SameFolded(Word(a, size - wordSize), Word(b, size - wordSize));
 }
 
 int CompareUpper(std::string_view a, std::string_view b) noexcept
 {
     std::size_t const common = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < common; ++i) {
+    std::size_t i = 0;
+    while (i + wordSize <= common && SameFolded(Word(a, i), Word(b, i))) i += wordSize;
+    for (; i < common; ++i) {
         int const x = static_cast<unsigned char>(ToUpper(a[i]));
         int const y = static_cast<unsigned char>(ToUpper(b[i]));
         if (x != y) return x - y;
@@ -95,52 +209,33 @@ int CompareUpper(std::string_view a, std::string_view b) noexcept
 std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t pos) noexcept
 {
     if (needle.empty()) return pos < text.size() ? pos : npos;
-    if (needle.size() > text.size()) return npos;
-
-    // Straight comparison is the fastest on ordinary texts. Once it has cost more than a few bytes for each
-    // place tried, the two-way search takes over.
-    char const first = ToLower(needle[0]);
-    std::size_t const end = text.size() - needle.size() + 1;
-    std::size_t const begin = pos;
-    std::size_t compared = 0;
-    for (; pos < end; ++pos) {
-        if (ToLower(text[pos]) != first) continue;
-        std::size_t i = 1;
-        while (i < needle.size() && ToLower(text[pos + i]) == ToLower(needle[i])) ++i;
-        if (i == needle.size()) return pos;
-        compared += i;
-        if (compared > 64 + 4 * (pos - begin)) return FindTwoWay(text, needle, pos + 1);
-    }
-    return npos;
+    if (needle.size() > text.size() || pos > text.size() - needle.size()) return npos;
+    return HasAvx2() ? FindByEndsAvx2(text, needle, pos) : FindByEnds(text, needle, pos);
 }
 
-void ReplaceAll(std::string & text, std::string_view from, std::string_view to, bool ignoreCase)
+std::string Replaced(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase)
 {
-    if (from.empty()) return;
-    std::string_view const source = text;
     auto const find = [&](std::size_t pos) {
-        return ignoreCase ? FindCI(source, from, pos) : source.find(from, pos);
+        return ignoreCase ? FindCI(text, from, pos) : text.find(from, pos);
     };
-    std::size_t match = find(0);
-    if (match == npos) return;
-
+    std::vector<std::size_t> matches;  // known before anything is copied, so the result is allocated once
+    if (!from.empty()) {
+        for (std::size_t at = find(0); at != npos; at = find(at + from.size())) matches.push_back(at);
+    }
     std::string result;
-    result.reserve(source.size());
+    result.reserve(text.size() - matches.size() * from.size() + matches.size() * to.size());
     std::size_t copied = 0;
-    for (; match != npos; match = find(copied)) {
-        result.append(source, copied, match - copied).append(to);
+    for (std::size_t const match : matches) {
+        result.append(text, copied, match - copied).append(to);
         copied = match + from.size();
     }
-    result.append(source, copied);
-    text = std::move(result);
+    return result.append(text, copied);
 }
 
 bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ignoreCase) noexcept
 {
-    auto const normal = [ignoreCase](char c) {
-        if (c == '/') return '\\';
-        return ignoreCase ? ToLower(c) : c;
-    };
+    std::array<char, 256> const & table = ignoreCase ? wildcardFoldTable : wildcardTable;
+    auto const normal = [&table](char c) { return table[static_cast<unsigned char>(c)]; };
     subject = subject.substr(0, subject.find('\0'));
     pattern = pattern.substr(0, pattern.find('\0'));
 
@@ -158,7 +253,12 @@ bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ign
             ++p;
             ++s;
         } else if (behindStar != npos) {
+            // The star takes bytes up to the next place where what stands behind it can begin.
             p = behindStar;
+            if (pattern[p] != '?' && pattern[p] != '*') {
+                char const wanted = normal(pattern[p]);
+                while (restart < subject.size() && normal(subject[restart]) != wanted) ++restart;
+            }
             s = restart++;
         } else {
             return false;

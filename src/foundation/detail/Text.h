@@ -34,8 +34,8 @@ int CompareUpper(std::string_view a, std::string_view b) noexcept;
 /// input.
 std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t pos) noexcept;
 
-/// Replaces in one pass; the arguments may lie in `text` itself.
-void ReplaceAll(std::string & text, std::string_view from, std::string_view to, bool ignoreCase);
+/// The text with every match replaced; what was put in is not searched. An empty `from` replaces nothing.
+std::string Replaced(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase);
 
 /// Both texts end at their first zero byte.
 bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ignoreCase) noexcept;
