@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QRTCL_DataTypes)
 
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QRTCL_DataTypes
-    FILES_MATCHING PATTERN "*.h"
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.inc"
     PATTERN "platform" EXCLUDE
     PATTERN "detail" EXCLUDE
     PATTERN "documents" EXCLUDE)

@@ -2,7 +2,6 @@
 
 // The whole library. A program that uses a few classes includes their own headers.
 
-#include "colour/LCColor.h"
 #include "collections/LCIntPair.h"
 #include "collections/LCIntRange.h"
 #include "collections/LCNumberLists.h"
@@ -11,6 +10,9 @@
 #include "collections/LCStringPair.h"
 #include "collections/LCStringSet.h"
 #include "collections/LCStringVector.h"
+#include "colour/LCColor.h"
+#include "colour/LCDXFColor.h"
+#include "colour/LCNamedColors.h"
 #include "concurrency/LCEvent.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
@@ -37,3 +39,4 @@
 #include "units/LCUnitMan.h"
 #include "time/LCDateTime.h"
 #include "time/LCTimeSpan.h"
+#include "units/LCUnitMan.h"

@@ -2,8 +2,8 @@
 // down in reverse. The priority puts them before the objects of an application that links the library
 // statically.
 
+#include "colour/LCDXFColor.h"
 #include "input/LCBarCode.h"
-
 #include "time/LCDateTime.h"
 
 #if defined(__GNUC__)
@@ -41,6 +41,7 @@ BAR_CODE_TYPE(QR);
 #undef BAR_CODE_TYPE
 
 // 2. The colour index table of the drawing format.
+std::vector<LCColor> const LCDXFColor::movACIColors QRTCL_AT_LOAD = PrepareACIColors();
 
 // 3. The correction of the application's clock. Constant data: it stands before anything runs.
 constinit LCTimeSpan LCDateTime::movCurrentDateTimeOffset;

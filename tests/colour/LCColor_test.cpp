@@ -13,10 +13,7 @@ static_assert(std::is_nothrow_move_constructible_v<LCColor> && std::has_virtual_
 static_assert(!std::convertible_to<int, LCColor> && !std::totally_ordered<LCColor>);
 static_assert(LCColor::StandardColorsCount == 16 && LCColor::ExtendedColorsCount == 4);
 
-constexpr int Int(unsigned int bits)
-{
-    return static_cast<int>(bits);
-}
+constexpr int Int(unsigned int bits) { return static_cast<int>(bits); }
 
 TEST(Color, EveryConstructorFillsTheFieldsItNames)
 {

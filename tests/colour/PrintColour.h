@@ -3,7 +3,4 @@
 #include "colour/LCColor.h"
 #include "support/Support.h"
 
-inline void PrintTo(LCColor const & colour, std::ostream * out)
-{
-    *out << colour.StrTRGBA().str();
-}
+inline void PrintTo(LCColor const & colour, std::ostream * out) { *out << colour.StrTRGBA().str(); }
