@@ -27,6 +27,62 @@ consteval std::array<std::uint64_t, maxExactDigits + 1> PowersOfTen()
 }
 constexpr auto powersOfTen = PowersOfTen();
 
+constexpr std::ptrdiff_t wordSize = 8;
+
+/// The bytes from `p` on as a number, the first in the lowest byte, zeros behind `end`. Reads no byte outside
+/// `begin` to `end`.
+std::uint64_t LoadWord(char const * begin, char const * p, char const * end)
+{
+    std::ptrdiff_t const left = end - p;
+    std::uint64_t word = 0;
+    if (left >= wordSize) {
+        std::memcpy(&word, p, wordSize);
+    } else if (end - begin >= wordSize) {
+        std::memcpy(&word, end - wordSize, wordSize);
+        word = left > 0 ? word >> 8 * (wordSize - left) : 0;
+    } else {
+        for (std::ptrdiff_t i = 0; i < left; ++i) {
+            word |= static_cast<std::uint64_t>(static_cast<unsigned char>(p[i])) << 8 * i;
+        }
+    }
+    if constexpr (std::endian::native == std::endian::big) {
+        if (left >= wordSize || end - begin >= wordSize) word = __builtin_bswap64(word);
+    }
+    return word;
+}
+
+/// How many of the eight bytes, from the lowest on, are digits.
+int CountDigits(std::uint64_t word)
+{
+    constexpr std::uint64_t each = 0x0101010101010101;
+    // In the first byte that is no digit one of the two gets its high bit set; carries reach only later
+    // bytes.
+    std::uint64_t const others = ((word + 0x46 * each) | (word - '0' * each)) & 0x80 * each;
+    return std::countr_zero(others) / 8;
+}
+
+/// The number that the first `count` (1 to 8) bytes spell: the digits of pairs, fours and eights at once.
+std::uint64_t EvaluateDigits(std::uint64_t word, int count)
+{
+    word <<= 8 * (wordSize - count);  // zeros in front
+    word = (word & 0x0F0F0F0F0F0F0F0F) * (10 * 256 + 1) >> 8;
+    word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
+    return (word & 0x0000FFFF0000FFFF) * (std::uint64_t{10000} * 4294967296 + 1) >> 32;
+}
+
+/// Adds the digits at `p` to `value`, which wraps beyond 19 of them; gives the place behind.
+char const * TakeDigits(char const * begin, char const * p, char const * end, std::uint64_t & value)
+{
+    for (;;) {
+        std::uint64_t const word = LoadWord(begin, p, end);
+        int const count = CountDigits(word);
+        if (count == 0) return p;
+        value = value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
+        p += count;
+        if (count < wordSize) return p;
+    }
+}
+
 /// "00" to "99", one behind the other.
 consteval std::array<char, 200> DigitPairs()
 {
@@ -42,11 +98,13 @@ constexpr auto digitPairs = DigitPairs();
 /// Writes exactly `count` digits of `v` so that they end at `last`.
 void WriteDigits(char * last, std::uint64_t v, int count)
 {
-    for (; count >= 2; count -= 2, v /= 100) {
-        last -= 2;
-        std::memcpy(last, &digitPairs[2 * (v % 100)], 2);
+    for (; count >= 4; count -= 4, v /= 10000) {
+        unsigned const four = static_cast<unsigned>(v % 10000);
+        last -= 4;
+        std::memcpy(last, &digitPairs[four / 100 * 2], 2);
+        std::memcpy(last + 2, &digitPairs[four % 100 * 2], 2);
     }
-    if (count > 0) *--last = static_cast<char>('0' + v % 10);
+    for (; count > 0; --count, v /= 10) *--last = static_cast<char>('0' + v % 10);
 }
 
 /// Writes all digits of `v` so that they end at `last`; gives the first.
@@ -108,6 +166,7 @@ void AssignFixedExact(std::string & text, double v, int precision, bool trim)
         if (trim && fraction == 0) {
             end = first;
         } else {
+            for (; trim && precision > 4 && fraction % 10000 == 0; precision -= 4) fraction /= 10000;
             WriteDigits(last, fraction, precision);
             first = last - precision;
             *--first = '.';
@@ -153,50 +212,62 @@ constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e
                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// A number without sign as the extraction collects it: `mantissa` times ten to `exponent` if there are at
-/// most 15 `digits`, which do not count leading zeros.
+constexpr std::ptrdiff_t beyondAnyDigits = 100000;
+
+/// A number without sign as the extraction collects it. With at most 19 digits, leading zeros included, it is
+/// `mantissa` times ten to `exponent`.
 struct DecimalText {
     std::size_t size = 0;
     std::uint64_t mantissa = 0;
     int digits = 0;
     int exponent = 0;
-    bool complete = false;  // digits, and behind an "e" digits too
+    bool complete = false;  // there are digits, and behind an "e" as well
 };
 
 DecimalText ScanDecimal(std::string_view text)
 {
     DecimalText number;
-    char const * p = text.data();
-    char const * const end = p + text.size();
-    auto const takeDigits = [&] {
-        char const * const first = p;
-        for (; p != end && IsDigit(*p); ++p) {
-            number.mantissa =
-                number.mantissa * 10 + static_cast<unsigned>(*p - '0');  // wraps beyond 19 digits
-            number.digits += number.digits > 0 || *p != '0';
-        }
-        return p - first;
-    };
-    std::ptrdiff_t const before = takeDigits();
-    std::ptrdiff_t behind = 0;
+    char const * const begin = text.data();
+    char const * const end = begin + text.size();
+    std::uint64_t mantissa = 0;
+    char const * p = TakeDigits(begin, begin, end, mantissa);
+    std::ptrdiff_t digits = p - begin;
     if (p != end && *p == '.') {
-        ++p;
-        behind = takeDigits();
+        char const * const fraction = p + 1;
+        p = TakeDigits(begin, fraction, end, mantissa);
+        digits += p - fraction;
+        number.exponent = -static_cast<int>(std::min(p - fraction, beyondAnyDigits));
     }
-    constexpr std::ptrdiff_t beyondAnyDigits = 100000;
-    number.exponent = -static_cast<int>(std::min(behind, beyondAnyDigits));
-    number.complete = before + behind > 0;
+    number.mantissa = mantissa;
+    number.digits = static_cast<int>(std::min(digits, beyondAnyDigits));
+    number.complete = digits > 0;
     if (number.complete && p != end && (*p == 'e' || *p == 'E')) {
         ++p;
         bool const down = p != end && *p == '-';
         if (p != end && (*p == '-' || *p == '+')) ++p;
         number.complete = p != end && IsDigit(*p);
-        int shown = 0;
-        for (; p != end && IsDigit(*p); ++p) shown = std::min(shown * 10 + (*p - '0'), 100000);
-        number.exponent += down ? -shown : shown;
+        std::ptrdiff_t shown = 0;
+        for (; p != end && IsDigit(*p); ++p) shown = std::min(shown * 10 + (*p - '0'), beyondAnyDigits);
+        number.exponent += static_cast<int>(down ? -shown : shown);
     }
-    number.size = static_cast<std::size_t>(p - text.data());
+    number.size = static_cast<std::size_t>(p - begin);
     return number;
+}
+
+/// mantissa / 10^digits, correctly rounded: a quotient of at least 62 bits, with the rest kept in its last
+/// bit, loses nothing that the rounding to 53 bits asks for.
+double Quotient(std::uint64_t mantissa, int digits)
+{
+    std::uint64_t const divisor = powersOfTen[static_cast<unsigned>(digits)];
+    int const up = std::countl_zero(mantissa);
+    int const divisorUp = std::countl_zero(divisor);
+    UInt128 const numerator = static_cast<UInt128>(mantissa << up) << 63;
+    std::uint64_t const wide = divisor << divisorUp;
+    std::uint64_t const quotient = static_cast<std::uint64_t>(numerator / wide);
+    bool const rest = numerator % wide != 0;
+    int const power = divisorUp - up - 63;  // between -126 and 0: always a normal number
+    double const scale = std::bit_cast<double>(static_cast<std::uint64_t>(1023 + power) << 52);
+    return static_cast<double>(quotient | static_cast<std::uint64_t>(rest)) * scale;
 }
 
 /// Of the first digit that is not zero, counted from the point: which limit a number passed that has no
@@ -231,14 +302,18 @@ constexpr std::uint64_t tooLarge = std::uint64_t{1} << 32;
 Magnitude ReadDecimal(std::string_view text)
 {
     Magnitude read;
-    for (char const c : text) {
-        unsigned const digit = static_cast<unsigned char>(c) - unsigned{'0'};
-        if (digit > 9) break;
+    char const * const begin = text.data();
+    char const * const end = begin + text.size();
+    for (char const * p = begin;;) {
+        std::uint64_t const word = LoadWord(begin, p, end);
+        int const count = CountDigits(word);
+        if (count == 0) return read;
         read.found = true;
-        read.value = read.value * 10 + digit;
-        if (read.value > tooLarge) read.value = tooLarge;
+        read.value = read.value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
+        read.value = std::min(read.value, tooLarge);
+        p += count;
+        if (count < wordSize) return read;
     }
-    return read;
 }
 
 /// As in the extraction, one prefix is taken even if no digit follows; that is a failure then.
@@ -293,19 +368,22 @@ bool ReadDouble(std::string_view text, double & out) noexcept
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
 
-    // Takes the bytes that the extraction collects, and their first 19 digits as one whole number.
     DecimalText const number = ScanDecimal(text);
     if (!number.complete) {
         out = 0.0;
         return false;
     }
+    constexpr std::uint64_t exactMantissa = std::uint64_t{1} << 53;
     double value = 0.0;
     bool fits = true;
-    if (number.digits <= 15 && number.exponent >= -22 && number.exponent <= 22) {
+    if (number.digits <= 19 && number.exponent >= -22 && number.exponent <= 22 &&
+        number.mantissa < exactMantissa) {
         // Both sides are exact as doubles, so one division or multiplication rounds correctly.
         double const scale = exactPowers[static_cast<unsigned>(std::abs(number.exponent))];
         double const mantissa = static_cast<double>(number.mantissa);
         value = number.exponent < 0 ? mantissa / scale : mantissa * scale;
+    } else if (number.digits <= 19 && number.exponent <= 0 && number.exponent >= -maxExactDigits) {
+        value = Quotient(number.mantissa, -number.exponent);
     } else {
         auto const result = std::from_chars(text.data(), text.data() + number.size, value);
         if (result.ec == std::errc::result_out_of_range) {
