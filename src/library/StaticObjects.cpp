@@ -3,6 +3,7 @@
 // statically.
 
 #include "colour/LCDXFColor.h"
+#include "foundation/LCDebugMessage.h"
 #include "input/LCBarCode.h"
 #include "time/LCDateTime.h"
 
@@ -47,6 +48,7 @@ std::vector<LCColor> const LCDXFColor::movACIColors QRTCL_AT_LOAD = PrepareACICo
 constinit LCTimeSpan LCDateTime::movCurrentDateTimeOffset;
 
 // 4. The debug message channel.
+LCDebugMessage covDebugMessage QRTCL_AT_LOAD;
 
 // 5. The keyboard dispatcher.
 
