@@ -27,28 +27,25 @@ consteval std::array<std::uint64_t, maxExactDigits + 1> PowersOfTen()
 }
 constexpr auto powersOfTen = PowersOfTen();
 
-constexpr std::ptrdiff_t wordSize = 8;
-
-/// The bytes from `p` on as a number, the first in the lowest byte, zeros behind `end`. Reads no byte outside
-/// `begin` to `end`.
-std::uint64_t LoadWord(char const * begin, char const * p, char const * end)
+template <typename Word> std::uint64_t Load(char const * p)
 {
-    std::ptrdiff_t const left = end - p;
-    std::uint64_t word = 0;
-    if (left >= wordSize) {
-        std::memcpy(&word, p, wordSize);
-    } else if (end - begin >= wordSize) {
-        std::memcpy(&word, end - wordSize, wordSize);
-        word = left > 0 ? word >> 8 * (wordSize - left) : 0;
-    } else {
-        for (std::ptrdiff_t i = 0; i < left; ++i) {
-            word |= static_cast<std::uint64_t>(static_cast<unsigned char>(p[i])) << 8 * i;
-        }
-    }
-    if constexpr (std::endian::native == std::endian::big) {
-        if (left >= wordSize || end - begin >= wordSize) word = __builtin_bswap64(word);
-    }
+    Word word;
+    std::memcpy(&word, p, sizeof word);
     return word;
+}
+
+/// The bytes from `p` on as a number, the first in the lowest byte, zeros behind `end`. Few bytes are covered
+/// by loads that overlap.
+std::uint64_t LoadWord(char const * p, char const * end)
+{
+    static_assert(std::endian::native == std::endian::little);
+    std::ptrdiff_t const left = end - p;
+    if (left >= 8) return Load<std::uint64_t>(p);
+    if (left >= 4) return Load<std::uint32_t>(p) | Load<std::uint32_t>(end - 4) << 8 * (left - 4);
+    if (left == 0) return 0;
+    std::ptrdiff_t const middle = left / 2;
+    return Load<std::uint8_t>(p) | Load<std::uint8_t>(p + middle) << 8 * middle |
+           Load<std::uint8_t>(end - 1) << 8 * (left - 1);
 }
 
 /// How many of the eight bytes, from the lowest on, are digits.
@@ -64,22 +61,22 @@ int CountDigits(std::uint64_t word)
 /// The number that the first `count` (1 to 8) bytes spell: the digits of pairs, fours and eights at once.
 std::uint64_t EvaluateDigits(std::uint64_t word, int count)
 {
-    word <<= 8 * (wordSize - count);  // zeros in front
+    word <<= 8 * (8 - count);  // zeros in front
     word = (word & 0x0F0F0F0F0F0F0F0F) * (10 * 256 + 1) >> 8;
     word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
     return (word & 0x0000FFFF0000FFFF) * (std::uint64_t{10000} * 4294967296 + 1) >> 32;
 }
 
 /// Adds the digits at `p` to `value`, which wraps beyond 19 of them; gives the place behind.
-char const * TakeDigits(char const * begin, char const * p, char const * end, std::uint64_t & value)
+char const * TakeDigits(char const * p, char const * end, std::uint64_t & value)
 {
     for (;;) {
-        std::uint64_t const word = LoadWord(begin, p, end);
+        std::uint64_t const word = LoadWord(p, end);
         int const count = CountDigits(word);
         if (count == 0) return p;
         value = value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
         p += count;
-        if (count < wordSize) return p;
+        if (count < 8) return p;
     }
 }
 
@@ -121,6 +118,17 @@ char * WriteWhole(char * last, std::uint64_t v)
     last -= 2;
     std::memcpy(last, &digitPairs[2 * v], 2);
     return last;
+}
+
+/// How many digits `WriteWhole` writes.
+std::size_t CountDecimalDigits(std::uint64_t v)
+{
+    for (std::size_t count = 1;; count += 4, v /= 10000) {
+        if (v < 10) return count;
+        if (v < 100) return count + 1;
+        if (v < 1000) return count + 2;
+        if (v < 10000) return count + 3;
+    }
 }
 
 /// The end of a number text without the zeros at the end of its fraction, and without a point left there.
@@ -193,9 +201,8 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view SkipSpace(std::string_view text)
 {
-    std::size_t first = 0;
-    while (first < text.size() && text::IsSpace(text[first])) ++first;
-    return text.substr(first);
+    while (!text.empty() && text::IsSpace(text.front())) text.remove_prefix(1);
+    return text;
 }
 
 /// Takes a sign off the front: true for "-".
@@ -230,11 +237,11 @@ DecimalText ScanDecimal(std::string_view text)
     char const * const begin = text.data();
     char const * const end = begin + text.size();
     std::uint64_t mantissa = 0;
-    char const * p = TakeDigits(begin, begin, end, mantissa);
+    char const * p = TakeDigits(begin, end, mantissa);
     std::ptrdiff_t digits = p - begin;
     if (p != end && *p == '.') {
         char const * const fraction = p + 1;
-        p = TakeDigits(begin, fraction, end, mantissa);
+        p = TakeDigits(fraction, end, mantissa);
         digits += p - fraction;
         number.exponent = -static_cast<int>(std::min(p - fraction, beyondAnyDigits));
     }
@@ -302,17 +309,16 @@ constexpr std::uint64_t tooLarge = std::uint64_t{1} << 32;
 Magnitude ReadDecimal(std::string_view text)
 {
     Magnitude read;
-    char const * const begin = text.data();
-    char const * const end = begin + text.size();
-    for (char const * p = begin;;) {
-        std::uint64_t const word = LoadWord(begin, p, end);
+    char const * const end = text.data() + text.size();
+    for (char const * p = text.data();;) {
+        std::uint64_t const word = LoadWord(p, end);
         int const count = CountDigits(word);
         if (count == 0) return read;
         read.found = true;
         read.value = read.value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
         read.value = std::min(read.value, tooLarge);
         p += count;
-        if (count < wordSize) return read;
+        if (count < 8) return read;
     }
 }
 
@@ -355,11 +361,9 @@ void AssignFixed(std::string & text, double v, int precision, bool trim)
 
 std::string Decimal(std::uint64_t magnitude, bool negative)
 {
-    char buffer[24];
-    char * const end = buffer + sizeof buffer;
-    char * first = WriteWhole(end, magnitude);
-    if (negative) *--first = '-';
-    return std::string(first, end);
+    std::string text(CountDecimalDigits(magnitude) + (negative ? 1 : 0), '-');
+    WriteWhole(text.data() + text.size(), magnitude);
+    return text;
 }
 
 bool ReadDouble(std::string_view text, double & out) noexcept
