@@ -1,0 +1,3 @@
+#include "concurrency/LCThread.h"
+
+LCThread::~LCThread() = default;
