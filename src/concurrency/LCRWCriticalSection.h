@@ -9,9 +9,10 @@
 
 /// Reader-writer lock with time-outs: any number of readers, or one writer.
 ///
-/// A thread that waits for the writer lock goes ahead of all that come later, readers too; those that came
-/// before go ahead of it. Nobody is passed over for ever. Time-outs are in milliseconds, 0 for not waiting at
-/// all and 0xFFFFFFFF for no limit, and run on a clock that setting the time does not change.
+/// A thread that waits for the writer lock goes ahead of all readers that come later; readers that wait go
+/// ahead of writers that come later. Nobody waits for ever: a writer may be overtaken by others for about a
+/// millisecond, then it is its turn. Time-outs are in milliseconds, 0 for not waiting at all and 0xFFFFFFFF
+/// for no limit, on a clock that setting the time does not change.
 ///
 /// The thread that holds the writer lock may take it again, and must release it as often; it may also take
 /// reader locks. A reader lock belongs to no thread: another one may release it. But a thread that holds one

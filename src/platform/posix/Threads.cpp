@@ -91,9 +91,9 @@ constinit std::size_t civSystemCodeCount = 0;
 
 bool IsSystemLibrary(std::string_view path)
 {
-    static constexpr std::string_view names[] = {
-        "ld-",      "libc.",     "libpthread.", "libstdc++.", "libc++",     "libgcc_s.", "libasan.",
-        "libtsan.", "libubsan.", "liblsan.",    "libm.",      "libunwind.", "libdl."};
+    static constexpr std::string_view names[] = {"ld-",        "libc.",    "libpthread.", "libdl.",
+                                                 "libstdc++.", "libc++",   "libgcc_s.",   "libunwind.",
+                                                 "libasan.",   "libtsan.", "libubsan.",   "liblsan."};
     std::string_view const file = path.substr(path.rfind('/') + 1);
     return std::any_of(std::begin(names), std::end(names), [&](auto name) { return file.starts_with(name); });
 }
