@@ -2,15 +2,9 @@
 
 LCBarCode::~LCBarCode() = default;
 
-LCString LCBarCode::GetType() const
-{
-    return movType;
-}
+LCString LCBarCode::GetType() const { return movType; }
 
-LCString LCBarCode::GetData() const
-{
-    return movData;
-}
+LCString LCBarCode::GetData() const { return movData; }
 
 bool LCBarCode::SetType(LCString const & type)
 {
@@ -29,10 +23,7 @@ bool LCBarCode::operator==(LCBarCode const & other) const
     return movType == other.movType && movData == other.movData;
 }
 
-bool LCBarCode::operator!=(LCBarCode const & other) const
-{
-    return !(*this == other);
-}
+bool LCBarCode::operator!=(LCBarCode const & other) const { return !(*this == other); }
 
 bool LCBarCode::operator<(LCBarCode const & other) const
 {

@@ -42,7 +42,7 @@ constexpr char const * storedA = "A";
 
 LCString ToText(std::integral auto value) { return LCString(value); }
 LCString ToText(bool value) { return ToText(value ? 1 : 0); }
-LCString ToText(double value, int digits) { return LCString(value, digits < 0 ? -1 : digits, false); }
+LCString ToText(double value, int digits) { return LCString(value, digits, false); }
 LCString ToText(LCGUID const & value) { return value.AsStr(false); }
 
 bool IsTrue(LCString const & text) { return text != "0"; }
