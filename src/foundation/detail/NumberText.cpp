@@ -290,7 +290,8 @@ std::int64_t DecimalExponent(std::string_view number)
         bool const down = TakeSign(shown);
         std::int64_t magnitude = 0;
         auto const read = std::from_chars(shown.data(), shown.data() + shown.size(), magnitude);
-        if (read.ec != std::errc()) magnitude = std::numeric_limits<std::int32_t>::max();
+        constexpr std::int64_t beyondAnyNumber = std::numeric_limits<std::int32_t>::max();
+        if (read.ec != std::errc() || magnitude > beyondAnyNumber) magnitude = beyondAnyNumber;
         exponent += down ? -magnitude : magnitude;
     }
     return exponent;
