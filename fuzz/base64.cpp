@@ -1,0 +1,44 @@
+// Base64: every way of this processor against the others, strict against lenient, and the way back.
+#include <vector>
+
+#include "Fuzz.h"
+#include "streams/LCBase64.h"
+#include "streams/detail/Base64Codec.h"
+
+void Fuzz(Input input)
+{
+    std::string const any = input.Rest();
+    std::size_t const groups = any.size() / 4;
+    std::vector<std::string> results;
+    for (auto const & codec : qrtcl::base64::Codecs()) {
+        std::string bytes(3 * groups, '\0');
+        bool const good = codec.Decode(any.data(), groups, reinterpret_cast<unsigned char *>(bytes.data()));
+        std::string text(4 * groups, '\0');
+        codec.Encode(reinterpret_cast<unsigned char const *>(any.data()), groups, text.data());
+        results.push_back(bytes + (good ? "!" : "?") + text);
+        RequireEqual("one way and another", results.back(), results.front());
+    }
+
+    LCString const text = LCBase64::Encode(LCString(any));
+    RequireEqual("the way back", LCBase64::Decode(text).str(), any);
+    LCString strict;
+    LCUInt64 bad = 0;
+    RequireEqual("strict reads what was written", LCBase64::DecodeStrict(text, strict, bad), true);
+    bool const canonical = LCBase64::DecodeStrict(LCString(any), strict, bad);
+    RequireEqual("strict takes nothing else", canonical,
+                 LCBase64::Encode(LCBase64::Decode(LCString(any))).str() == any);
+    RequireEqual("strict tells where", bad <= any.size(), !canonical);
+    // What stands in front of the bad byte begins a good text, and with the byte it does not.
+    auto const begins = [](std::string const & start) {
+        for (std::string const rest : {"", "=", "A", "AA", "AAA"}) {
+            LCString out;
+            LCUInt64 at = 0;
+            if (LCBase64::DecodeStrict(LCString(start + rest), out, at)) return true;
+        }
+        return false;
+    };
+    if (!canonical) {
+        RequireEqual("good until there", begins(any.substr(0, bad)), true);
+        if (bad < any.size()) RequireEqual("bad from there", begins(any.substr(0, bad + 1)), false);
+    }
+}

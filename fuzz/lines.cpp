@@ -1,0 +1,70 @@
+// Splitting, joining and sorting texts, against the slowest way.
+#include <vector>
+
+#include "Fuzz.h"
+#include "collections/LCNumberLists.h"
+#include "collections/LCStringList.h"
+#include "collections/LCStringVector.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
+{
+    if (text.empty()) return {""};
+    Lines lines;
+    std::string line;
+    for (char const c : text) {
+        if (c != sep1 && c != sep2) {
+            line += c;
+            continue;
+        }
+        if (keepEmpty || !line.empty()) lines.push_back(line);
+        line.clear();
+    }
+    if (!line.empty()) lines.push_back(line);
+    return lines;
+}
+
+void RequireLines(char const * what, auto const & got, Lines const & expected)
+{
+    bool const same = std::equal(got.begin(), got.end(), expected.begin(), expected.end(),
+                                 [](LCString const & a, std::string const & b) { return a.str() == b; });
+    RequireEqual(what, same, true);
+}
+
+}  // namespace
+
+void Fuzz(Input input)
+{
+    char const sep1 = input.Take<char>();
+    char const sep2 = input.Take<char>();
+    bool const keepEmpty = input.Take<char>() % 2 != 0;
+    std::string const text = input.Rest();
+
+    LCStringList list;
+    list.DivideTextInLines(LCString(text), sep1, keepEmpty);
+    RequireLines("one separator", list, Split(text, sep1, sep1, keepEmpty));
+    list.DivideTextInLines(LCString(text), sep1, sep2);
+    RequireLines("two separators", list, Split(text, sep1, sep2, true));
+    LCStringVector vector;
+    vector.DivideTextInLines(LCString(text), sep1);
+    RequireLines("vector", vector, Split(text, sep1, sep1, true));
+    if (sep1 != '\0' && !text.empty()) {
+        LCString const again = vector.Str(sep1);
+        RequireEqual("join", text.ends_with(sep1) ? again.str() + sep1 : again.str(), text);
+    }
+
+    Lines sorted = Split(text, sep1, sep2, true);
+    std::stable_sort(sorted.begin(), sorted.end(), [](std::string const & a, std::string const & b) {
+        return LCString(a).UpperCase() < LCString(b).UpperCase();
+    });
+    list.SortCI();
+    RequireLines("sorted", list, sorted);
+    LCString::LCCompareCI const less;
+    vector.SortCI();
+    RequireEqual("sorted vector", std::is_sorted(vector.begin(), vector.end(), less), true);
+    LCIntVector numbers;
+    numbers.DivideText(LCString(text), sep1, keepEmpty);
+}

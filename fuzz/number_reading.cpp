@@ -1,0 +1,35 @@
+// Numbers out of text, against the standard streams: the result, and what is left in the target.
+#include <sstream>
+
+#include "Fuzz.h"
+
+namespace {
+
+template <typename Number> void Compare(char const * what, std::string const & text, bool hex, auto read)
+{
+    Number expected = 77;
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    bool const good = static_cast<bool>(in >> (hex ? std::hex : std::dec) >> expected);
+    Number got = 77;
+    bool const done = read(got);
+    if (good != done || std::memcmp(&got, &expected, sizeof got) != 0) {
+        std::fprintf(stderr, "%s of \"%s\": %d %.17g, expected %d %.17g\n", what, text.c_str(), done,
+                     static_cast<double>(got), good, static_cast<double>(expected));
+        std::abort();
+    }
+}
+
+}  // namespace
+
+void Fuzz(Input input)
+{
+    std::string const text = input.Rest();
+    LCString const s(text);
+    Compare<double>("double", text, false, [&](double & out) { return s.AsDoubleWithCheck(out); });
+    for (bool const hex : {false, true}) {
+        Compare<int>("int", text, hex, [&](int & out) { return s.AsIntWithCheck(out, hex); });
+        Compare<LCLong>("long", text, hex, [&](LCLong & out) { return s.AsLongWithCheck(out, hex); });
+        Compare<unsigned>("unsigned", text, hex, [&](unsigned & out) { return s.AsUIntWithCheck(out, hex); });
+    }
+}

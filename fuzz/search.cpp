@@ -1,0 +1,70 @@
+// Search, replace and wildcards, against the slowest way. Three lines: a text, what to look for, what to put
+// in.
+#include <vector>
+
+#include "Fuzz.h"
+
+namespace {
+
+std::string Fold(std::string text, bool ignoreCase, bool slashes)
+{
+    for (char & c : text) {
+        if (ignoreCase && c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+        if (slashes && c == '/') c = '\\';
+    }
+    return text;
+}
+
+std::string Replace(std::string const & text, std::string const & from, std::string const & to,
+                    bool ignoreCase)
+{
+    std::string const folded = Fold(text, ignoreCase, false);
+    std::string const sought = Fold(from, ignoreCase, false);
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        bool const here = !from.empty() && folded.compare(i, sought.size(), sought) == 0;
+        result += here ? to : text.substr(i, 1);
+        i += here ? from.size() : 1;
+    }
+    return result;
+}
+
+/// By table: whether the first `s` bytes match the first `p` of the pattern.
+bool Matches(std::string const & subject, std::string const & pattern)
+{
+    std::vector<bool> row(subject.size() + 1);
+    row[0] = true;
+    for (char const c : pattern) {
+        std::vector<bool> next(row.size());
+        next[0] = c == '*' && row[0];
+        for (std::size_t s = 1; s < row.size(); ++s) {
+            next[s] = c == '*' ? row[s] || next[s - 1] : row[s - 1] && (c == '?' || c == subject[s - 1]);
+        }
+        row = next;
+    }
+    return row.back();
+}
+
+}  // namespace
+
+void Fuzz(Input input)
+{
+    LCUInt64 const pos = input.Take<unsigned char>();
+    std::string const text = input.TakeLine();
+    std::string const sought = input.TakeLine();
+    std::string const to = input.Rest();
+    LCString s(text);
+
+    std::size_t const place = Fold(text, true, false).find(Fold(sought, true, false), pos);
+    RequireEqual("FindCI", s.FindCI(LCString(sought), pos), place == text.size() ? LCString::npos : place);
+    RequireEqual("Replace", s.Replace(LCString(sought), LCString(to)).str(),
+                 Replace(text, sought, to, false));
+    RequireEqual("ReplaceCI", s.ReplaceCI(LCString(sought), LCString(to)).str(),
+                 Replace(text, sought, to, true));
+    for (bool const ci : {false, true}) {
+        bool const expected = Matches(Fold(text.c_str(), ci, true), Fold(sought.c_str(), ci, true));
+        LCString const pattern(sought);
+        RequireEqual("wildcards", ci ? s.CompareWildCardsCI(pattern) : s.CompareWildCards(pattern),
+                     int{expected});
+    }
+}
