@@ -29,6 +29,7 @@
 #include "foundation/LHCMessageBox.h"
 #include "identity/LCGUID.h"
 #include "input/LCBarCode.h"
+#include "input/LCKeyboardDispatcher.h"
 #include "library/LCQRTCL_DataTypesInit.h"
 #include "paragraph/LCDocument.h"
 #include "paragraph/LCParagraph.h"

@@ -5,6 +5,7 @@
 #include "colour/LCDXFColor.h"
 #include "foundation/LCDebugMessage.h"
 #include "input/LCBarCode.h"
+#include "input/LCKeyboardDispatcher.h"
 #include "time/LCDateTime.h"
 
 #if defined(__GNUC__)
@@ -51,6 +52,7 @@ constinit LCTimeSpan LCDateTime::movCurrentDateTimeOffset;
 LCDebugMessage covDebugMessage QRTCL_AT_LOAD;
 
 // 5. The keyboard dispatcher.
+LCKeyboardDispatcher LCKeyboardDispatcher::movInstance QRTCL_AT_LOAD;
 
 // 6. The timer table.
 
