@@ -7,20 +7,16 @@
 
 namespace {
 
-// Each row of the lists is a class of its own that adds nothing to a colour.
-#define QRTCL_COLOUR(name, ...)                                                                              \
-    static_assert(std::is_base_of_v<LCColor, name> && sizeof(name) == sizeof(LCColor));                      \
-    static_assert(!std::is_convertible_v<int, name>);
-#include "colour/lists/Basic.inc"
-#include "colour/lists/Machine.inc"
-#include "colour/lists/System.inc"
-#include "colour/lists/Web.inc"
-#undef QRTCL_COLOUR
-
 struct Named {
+    /// Each row of the lists is a class of its own that adds nothing to a colour.
+    template <typename Class>
+    Named(char const * text, Class plain, Class seven) : name(text), colour(plain), withAlpha7(seven)
+    {
+        static_assert(std::is_base_of_v<LCColor, Class> && sizeof(Class) == sizeof(LCColor));
+        static_assert(!std::is_convertible_v<int, Class>);
+    }
     std::string name;
-    LCColor colour;
-    LCColor withAlpha7;
+    LCColor colour, withAlpha7;
 };
 #define QRTCL_COLOUR(name, ...) {#name, name(), name(7)},
 std::vector<Named> const webColours = {

@@ -12,10 +12,10 @@
 
 /// A tree in memory that does what the library asks of one and nothing more.
 class TestParagraph : public LCParagraph {
+    using Arg = LCString const &;
+
 public:
-    explicit TestParagraph(bool & findExisting, LCString const & name = "")
-        : LCParagraph(findExisting), movName(name)
-    {}
+    explicit TestParagraph(bool & findExisting, Arg name = "") : LCParagraph(findExisting), movName(name) {}
 
     using LCParagraph::CleanEnd;
     using LCParagraph::GetParagraphsWithName;
@@ -32,19 +32,19 @@ public:
     }
 
     LCString GetName() override { return movName; }
-    bool SetValueAsString(LCString const & text, bool flag) override
+    bool SetValueAsString(Arg text, bool flag) override
     {
         movValue = text;
         mbvFlag = flag;
         return !mbvRefuse;
     }
-    LCString GetValueAsString(LCString const & def) override { return movValue.value_or(def); }
-    bool SetAttributeAsString(LCString const & name, LCString const & text) override
+    LCString GetValueAsString(Arg def) override { return movValue.value_or(def); }
+    bool SetAttributeAsString(Arg name, Arg text) override
     {
         movAttributes[name] = text;
         return !mbvRefuse;
     }
-    LCString GetAttributeAsString(LCString const & name, LCString const & def) override
+    LCString GetAttributeAsString(Arg name, Arg def) override
     {
         return movAttributes.contains(name) ? movAttributes[name] : def;
     }
@@ -52,11 +52,11 @@ public:
     {
         for (auto const & attribute : movAttributes) names.push_back(attribute.first);
     }
-    TestParagraph * CreateParagraph(LCString const & name) override
+    TestParagraph * CreateParagraph(Arg name) override
     {
         return mbvRefuse ? nullptr : &movChildren.emplace_back(mbFindExisting, name);
     }
-    TestParagraph * GetParagraph(LCString const & name) override
+    TestParagraph * GetParagraph(Arg name) override
     {
         auto const found = std::ranges::find(movChildren, name, &TestParagraph::movName);
         return found == movChildren.end() ? nullptr : &*found;
@@ -65,27 +65,25 @@ public:
     {
         for (auto & child : movChildren) list.push_back(&child);
     }
-    void GetParagraphsWithName(LCString const & name, LCParagraphList & list, bool flag) override
+    void GetParagraphsWithName(Arg name, LCParagraphList & list, bool flag) override
     {
         mbvFlag = flag;
         GetParagraphs(list);
         list.remove_if([&](LCParagraph * child) { return child->GetName() != name; });
     }
-    LCParagraph * GetParagraphWithNameAndAttributeAsString(LCString const & name, LCString const & attr,
-                                                           LCString const & text) override
+    LCParagraph * GetParagraphWithNameAndAttributeAsString(Arg name, Arg attr, Arg text) override
     {
-        LCParagraphList list;
-        GetParagraphsWithName(name, list, true);
-        list.remove_if([&](LCParagraph * child) { return child->GetAttributeAsString(attr, "") != text; });
-        return list.empty() ? nullptr : list.front();
+        for (auto & child : movChildren)
+            if (child.movName == name && child.GetAttributeAsString(attr, "") == text) return &child;
+        return nullptr;
     }
 
     // The library never calls these.
-    bool SetName(LCString const &) override { return false; }
-    bool RemoveAttribute(LCString const &) override { return false; }
-    LCParagraph * CreateParagraphBefore(LCParagraph &, LCString const &) override { return nullptr; }
+    bool SetName(Arg) override { return false; }
+    bool RemoveAttribute(Arg) override { return false; }
+    LCParagraph * CreateParagraphBefore(LCParagraph &, Arg) override { return nullptr; }
     bool RemoveParagraph(LCParagraph &) override { return false; }
-    int RemoveParagraphsWithName(LCString const &) override { return 0; }
+    int RemoveParagraphsWithName(Arg) override { return 0; }
     void RemoveAllParagraphs() override {}
     LCParagraph * GetParent() override { return nullptr; }
     int GetKind() override { return civPT_Node; }
