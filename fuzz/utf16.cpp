@@ -1,0 +1,45 @@
+// Texts as UTF-16, against a plain decoder of UTF-8 in which a broken byte stands for itself.
+#include "Fuzz.h"
+#include "platform/CharacterSet.h"
+
+namespace {
+
+/// The length of the well-formed sequence at the front, and its character; 1 and the byte if there is none.
+std::size_t Decode(std::string_view text, unsigned & character)
+{
+    unsigned const lead = static_cast<unsigned char>(text[0]);
+    character = lead;
+    std::size_t const size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    if (lead < 0x80 || size == 1 || lead > 0xF4 || size > text.size()) return 1;
+    unsigned value = lead & (0x7Fu >> size);
+    for (char const c : text.substr(1, size - 1)) {
+        if ((c & 0xC0) != 0x80) return 1;
+        value = value << 6 | (c & 0x3F);
+    }
+    unsigned const least[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (value < least[size] || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000)) return 1;
+    character = value;
+    return size;
+}
+
+}  // namespace
+
+void Fuzz(Input input)
+{
+    std::string const text = input.Rest();
+    std::string units;
+    auto const add = [&units](unsigned unit) {
+        units += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    };
+    for (std::size_t i = 0; i < text.size();) {
+        unsigned character = 0;
+        i += Decode(std::string_view(text).substr(i), character);
+        if (character > 0xFFFF) add(0xD800 + ((character - 0x10000) >> 10));
+        add(character > 0xFFFF ? 0xDC00 + (character & 0x3FF) : character);
+    }
+    RequireEqual("UTF-8", qrtcl::platform::ToUtf16(text, "UTF-8"), units);
+
+    units.clear();
+    for (char const c : text) add(static_cast<unsigned char>(c));
+    RequireEqual("ASCII", qrtcl::platform::ToUtf16(text, "ANSI_X3.4-1968"), units);
+}
