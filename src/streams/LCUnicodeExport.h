@@ -16,10 +16,9 @@ public:
     static bool SaveStringToFile(char const * text, char const * path) noexcept;
 };
 
-// Exported under these plain names, for callers that look them up.
+// Exported under these plain names, for callers that look them up. Both are `SaveStringToFile`: unlike the
+// member of its own name, the first writes no header lines.
 extern "C" {
-/// `LCUnicodeExport::SaveStringToFile`: unlike the member of its own name, it writes no header lines.
 QRTCL_API bool SaveConnStrUDLFile(char const * text, char const * path) noexcept;
-/// `LCUnicodeExport::SaveStringToFile`.
 QRTCL_API bool SaveStringAsUniCodeToFile(char const * text, char const * path) noexcept;
 }
