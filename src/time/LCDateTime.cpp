@@ -1,11 +1,18 @@
 #include "time/LCDateTime.h"
 
+#include <cstdlib>
+
 #include "platform/Clock.h"
 #include "time/detail/SpanParts.h"
+#include "time/detail/TimeText.h"
 
 namespace {
 
+using qrtcl::time::Run;
 using qrtcl::time::SpanParts;
+using qrtcl::time::TextBlock;
+
+constexpr qrtcl::time::TokenLetters tokenLetters("YMDHhmSstZ");
 
 /// Adds to a part what a field carries into it; a part that becomes full goes on into the next larger one.
 struct Carry {
@@ -42,10 +49,7 @@ template <int Sign> bool MoveField(int & field, int part, int turn) noexcept
 
 // Calendar arithmetic is done in 64 bits: the fields may hold anything.
 
-constexpr long long FloorDivide(long long a, long long b) noexcept
-{
-    return a / b - (a % b < 0 ? 1 : 0);
-}
+constexpr long long FloorDivide(long long a, long long b) noexcept { return a / b - (a % b < 0 ? 1 : 0); }
 
 constexpr bool IsLeap(long long year) noexcept
 {
@@ -58,10 +62,7 @@ constexpr int DaysOfMonth(long long year, long long month) noexcept
     return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-constexpr bool IsMonth(long long month) noexcept
-{
-    return month >= 1 && month <= 12;
-}
+constexpr bool IsMonth(long long month) noexcept { return month >= 1 && month <= 12; }
 
 /// The days of the twelve months from this one on.
 constexpr int DaysOfTwelveMonths(long long year, long long month) noexcept
@@ -76,6 +77,37 @@ constexpr long long DayNumber(long long year, long long month) noexcept
     long long const y = month > 2 ? year : year - 1;
     long long const m = month > 2 ? month - 3 : month + 9;
     return 365 * y + FloorDivide(y, 4) - FloorDivide(y, 100) + FloorDivide(y, 400) + (153 * m + 2) / 5;
+}
+
+void PutDate(TextBlock & text, LCDateTime const & value) noexcept
+{
+    text.Field(value.GetDay(), 2);
+    text.Char('/');
+    text.Field(value.GetMonth(), 2);
+    text.Char('/');
+    text.Field(value.GetYear(), 4);
+}
+
+void PutTime(TextBlock & text, LCDateTime const & value) noexcept
+{
+    text.Time(value.GetHour(), value.GetMin(), value.GetSec());
+}
+
+void PutDateAndTime(TextBlock & text, LCDateTime const & value) noexcept
+{
+    PutDate(text, value);
+    text.Char(' ');
+    PutTime(text, value);
+}
+
+/// The machine's zone: "+HH:mm".
+void PutZone(TextBlock & text) noexcept
+{
+    int const bias = LCDateTime::GetCurrentTimeZoneBias();
+    text.Char(bias >= 0 ? '+' : '-');
+    text.Field(std::abs(bias / 60), 2);
+    text.Char(':');
+    text.Field(std::abs(bias % 60), 2);
 }
 
 }  // namespace
@@ -226,15 +258,9 @@ std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
     return mivMSec <=> other.mivMSec;
 }
 
-bool LCDateTime::IsLeapYear(int year) noexcept
-{
-    return IsLeap(year);
-}
+bool LCDateTime::IsLeapYear(int year) noexcept { return IsLeap(year); }
 
-int LCDateTime::GetNrDaysMonth(int year, int month) noexcept
-{
-    return DaysOfMonth(year, month);
-}
+int LCDateTime::GetNrDaysMonth(int year, int month) noexcept { return DaysOfMonth(year, month); }
 
 LCDateTime LCDateTime::GetCurrentSystemDateTime() noexcept
 {
@@ -262,12 +288,103 @@ LCDateTime LCDateTime::GetTickCount() noexcept
     return now;
 }
 
-int LCDateTime::GetCurrentTimeZoneBias() noexcept
-{
-    return qrtcl::platform::ReadClock().bias;
-}
+int LCDateTime::GetCurrentTimeZoneBias() noexcept { return qrtcl::platform::ReadClock().bias; }
 
 void LCDateTime::SetCurrentDateTime(LCDateTime const & now) noexcept
 {
     movCurrentDateTimeOffset = GetCurrentSystemDateTime().GetTimeSpan(now);
+}
+
+LCString LCDateTime::Str() const
+{
+    TextBlock text;
+    PutDateAndTime(text, *this);
+    return text.Text();
+}
+
+LCString LCDateTime::StrDate() const
+{
+    TextBlock text;
+    PutDate(text, *this);
+    return text.Text();
+}
+
+LCString LCDateTime::StrTime() const
+{
+    TextBlock text;
+    PutTime(text, *this);
+    return text.Text();
+}
+
+LCString LCDateTime::StrDetailed() const
+{
+    TextBlock text;
+    PutDateAndTime(text, *this);
+    text.Milliseconds(mivMSec);
+    return text.Text();
+}
+
+LCString LCDateTime::StrTimeDetailed() const
+{
+    TextBlock text;
+    PutTime(text, *this);
+    text.Milliseconds(mivMSec);
+    return text.Text();
+}
+
+LCString LCDateTime::StrFile() const
+{
+    TextBlock text;
+    text.Field(mivYear, 4);
+    text.Char('-');
+    text.Field(mivMonth, 2);
+    text.Char('-');
+    text.Field(mivDay, 2);
+    text.Char('_');
+    text.Field(mivHour, 2);
+    text.Char('-');
+    text.Field(mivMin, 2);
+    text.Char('-');
+    text.Field(mivSec, 2);
+    return text.Text();
+}
+
+LCString LCDateTime::StrTimeZone() const
+{
+    TextBlock text;
+    PutDateAndTime(text, *this);
+    PutZone(text);
+    return text.Text();
+}
+
+LCString LCDateTime::StrDetailedTimeZone() const
+{
+    TextBlock text;
+    PutDateAndTime(text, *this);
+    text.Milliseconds(mivMSec);
+    PutZone(text);
+    return text.Text();
+}
+
+LCString LCDateTime::StrFormat(LCString const & format) const
+{
+    return qrtcl::time::Format(format.str(), tokenLetters, [this](TextBlock & text, int run) {
+        switch (run) {
+        case Run('Y', 4): text.Field(mivYear, 4); break;
+        case Run('Y', 2): text.Field(mivYear % 100, 2); break;
+        case Run('M', 2): text.Field(mivMonth, 2); break;
+        case Run('D', 2): text.Field(mivDay, 2); break;
+        case Run('H', 2): text.Field(mivHour, 2); break;
+        case Run('h', 2): text.Field(mivHour > 12 ? mivHour - 12 : mivHour, 2); break;
+        case Run('m', 2): text.Field(mivMin, 2); break;
+        case Run('S', 2): text.Field(mivSec, 2); break;
+        case Run('s', 3): text.Field(mivMSec, 3); break;
+        case Run('t', 2):
+            text.Char(mivHour > 12 ? 'P' : 'A');
+            text.Char('M');
+            break;
+        case Run('Z', 2): PutZone(text); break;
+        default: break;
+        }
+    });
 }

@@ -93,6 +93,30 @@ public:
     static int GetNrDaysMonth(int year, int month) noexcept;
     int GetNrDaysMonth() const noexcept { return GetNrDaysMonth(mivYear, mivMonth); }
 
+    // Texts. A field is filled up with "0" to its width, in front of a minus sign too; the year has 4 places.
+    // The zone is the machine's present one in hours and minutes, "+01:00", not the bias of the value.
+
+    /// "DD/MM/YYYY HH:mm:SS".
+    LCString Str() const;
+    /// "DD/MM/YYYY".
+    LCString StrDate() const;
+    /// "HH:mm:SS".
+    LCString StrTime() const;
+    /// "DD/MM/YYYY HH:mm:SS,sss".
+    LCString StrDetailed() const;
+    /// "HH:mm:SS,sss".
+    LCString StrTimeDetailed() const;
+    /// "YYYY-MM-DD_HH-mm-SS".
+    LCString StrFile() const;
+    /// "DD/MM/YYYY HH:mm:SS" and directly behind it the zone.
+    LCString StrTimeZone() const;
+    /// "DD/MM/YYYY HH:mm:SS,sss" and directly behind it the zone.
+    LCString StrDetailedTimeZone() const;
+    /// Runs of letters stand for YYYY, YY, MM, DD, HH, mm, SS, sss as above, ZZ the zone, hh the hour of the
+    /// 12-hour dial (00 to 12) and tt "AM" or "PM", where 12 counts as "AM". Other runs of these letters
+    /// vanish; every other character stays.
+    LCString StrFormat(LCString const & format) const;
+
     // The clock. The application's clock is the system's plus an offset of the process, which has no lock:
     // set it before other threads read it.
 

@@ -3,6 +3,7 @@
 #include <compare>
 
 #include "foundation/Export.h"
+#include "foundation/LCString.h"
 
 /// A signed duration: one double of seconds, never rounded or limited.
 ///
@@ -57,6 +58,21 @@ public:
     /// Exact, as doubles compare: with not-a-number only `!=` is true.
     constexpr bool operator==(LCTimeSpan const &) const = default;
     constexpr std::partial_ordering operator<=>(LCTimeSpan const &) const = default;
+
+    // Texts. A field is filled up with "0" to its width, in front of a minus sign too: each part of a
+    // negative span shows its own sign, -100 seconds are "00:-1:-40".
+
+    /// "HH:mm:SS", with "DD " in front if there are days; negative days are not shown.
+    LCString Str() const;
+    /// The same with ",sss" behind.
+    LCString StrDetailed() const;
+    /// "HH:mm:SS" with all hours: "100:00:00".
+    LCString StrTime() const;
+    /// The same with ",sss" behind.
+    LCString StrTimeDetailed() const;
+    /// Runs of letters stand for DD days, HH hours below 24, HHH all hours, mm, SS, sss, and hh and hhh for
+    /// HH and HHH without fill. Other runs of these letters and of M vanish; every other character stays.
+    LCString StrFormat(LCString const & format) const;
 
 private:
     double mdvSeconds = 0.0;
