@@ -23,6 +23,8 @@ endfunction()
 # clang refuses them everywhere else.
 function(qrtcl_library target)
     qrtcl_target(${target})
+    # Nobody replaces an exported function of the library, so its own calls of them may be inlined.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     set_target_properties(${target} PROPERTIES
         POSITION_INDEPENDENT_CODE ON
         VERSION ${PROJECT_VERSION}
