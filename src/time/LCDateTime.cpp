@@ -1,51 +1,17 @@
 #include "time/LCDateTime.h"
 
+#include <cstdint>
 #include <cstdlib>
 
 #include "platform/Clock.h"
 #include "time/detail/SpanParts.h"
 #include "time/detail/TimeText.h"
 
+using namespace qrtcl::time;
+
 namespace {
 
-using qrtcl::time::Run;
-using qrtcl::time::SpanParts;
-using qrtcl::time::TextBlock;
-
-constexpr qrtcl::time::TokenLetters tokenLetters("YMDHhmSstZ");
-
-/// Adds to a part what a field carries into it; a part that becomes full goes on into the next larger one.
-struct Carry {
-    static void IntoHours(SpanParts & parts) noexcept
-    {
-        if (++parts.hours != 24) return;
-        parts.hours = 0;
-        ++parts.days;
-    }
-    static void IntoMinutes(SpanParts & parts) noexcept
-    {
-        if (++parts.minutes != 60) return;
-        parts.minutes = 0;
-        IntoHours(parts);
-    }
-    static void IntoSeconds(SpanParts & parts) noexcept
-    {
-        if (++parts.seconds != 60) return;
-        parts.seconds = 0;
-        IntoMinutes(parts);
-    }
-};
-
-/// Moves a field by a part, forward with Sign 1, back with -1. If it leaves its range on that side, it goes
-/// back by one turn, and the result is true.
-template <int Sign> bool MoveField(int & field, int part, int turn) noexcept
-{
-    long long moved = field + Sign * static_cast<long long>(part);
-    bool const turned = Sign > 0 ? moved >= turn : moved < 0;
-    if (turned) moved -= Sign * turn;
-    field = static_cast<int>(moved);
-    return turned;
-}
+constexpr TokenLetters tokenLetters("YMDHhmSstZ");
 
 // Calendar arithmetic is done in 64 bits: the fields may hold anything.
 
@@ -79,35 +45,29 @@ constexpr long long DayNumber(long long year, long long month) noexcept
     return 365 * y + FloorDivide(y, 4) - FloorDivide(y, 100) + FloorDivide(y, 400) + (153 * m + 2) / 5;
 }
 
-void PutDate(TextBlock & text, LCDateTime const & value) noexcept
+char * PutDate(char * out, LCDateTime const & value) noexcept
 {
-    text.Field(value.GetDay(), 2);
-    text.Char('/');
-    text.Field(value.GetMonth(), 2);
-    text.Char('/');
-    text.Field(value.GetYear(), 4);
+    out = PutChar(PutField2(out, value.GetDay()), '/');
+    out = PutChar(PutField2(out, value.GetMonth()), '/');
+    return PutField4(out, value.GetYear());
 }
 
-void PutTime(TextBlock & text, LCDateTime const & value) noexcept
+char * PutTime(char * out, LCDateTime const & value) noexcept
 {
-    text.Time(value.GetHour(), value.GetMin(), value.GetSec());
+    return PutThree(out, value.GetHour(), value.GetMin(), value.GetSec(), ':');
 }
 
-void PutDateAndTime(TextBlock & text, LCDateTime const & value) noexcept
+char * PutDateAndTime(char * out, LCDateTime const & value) noexcept
 {
-    PutDate(text, value);
-    text.Char(' ');
-    PutTime(text, value);
+    return PutTime(PutChar(PutDate(out, value), ' '), value);
 }
 
 /// The machine's zone: "+HH:mm".
-void PutZone(TextBlock & text) noexcept
+char * PutZone(char * out) noexcept
 {
     int const bias = LCDateTime::GetCurrentTimeZoneBias();
-    text.Char(bias >= 0 ? '+' : '-');
-    text.Field(std::abs(bias / 60), 2);
-    text.Char(':');
-    text.Field(std::abs(bias % 60), 2);
+    out = PutField2(PutChar(out, bias >= 0 ? '+' : '-'), std::abs(bias / 60));
+    return PutField2(PutChar(out, ':'), std::abs(bias % 60));
 }
 
 }  // namespace
@@ -137,19 +97,58 @@ void LCDateTime::ClearTime() noexcept
     mivMSec = 0;
 }
 
-template <int Sign> void LCDateTime::Move(double seconds) noexcept
+bool LCDateTime::TimeIsInRange() const noexcept
 {
-    SpanParts parts = qrtcl::time::Split(seconds);
-    if (MoveField<Sign>(mivMSec, parts.milliseconds, 1000)) Carry::IntoSeconds(parts);
-    if (MoveField<Sign>(mivSec, parts.seconds, 60)) Carry::IntoMinutes(parts);
-    if (MoveField<Sign>(mivMin, parts.minutes, 60)) Carry::IntoHours(parts);
-    if (MoveField<Sign>(mivHour, parts.hours, 24)) ++parts.days;
+    auto const below = [](int field, unsigned int limit) { return static_cast<unsigned int>(field) < limit; };
+    return below(mivHour, 24) & below(mivMin, 60) & below(mivSec, 60) & below(mivMSec, 1000);
+}
 
-    long long const day = mivDay + Sign * static_cast<long long>(parts.days);
-    if (Sign > 0 ? day > 28 : day < 1) {
-        Sign > 0 ? CarryDayForward(day) : CarryDayBack(day);
-    } else {
+int LCDateTime::MoveTimeInRange(long long milliseconds) noexcept
+{
+    constexpr unsigned int dayLength = 86'400'000;
+    constexpr int back = 25'000;  // more days than a span has, so that the count is positive
+    long long const before = ((mivHour * 60 + mivMin) * 60 + mivSec) * 1000 + mivMSec;
+    auto const count =
+        static_cast<unsigned long long>(before + milliseconds + back * std::int64_t{dayLength});
+    auto const time = static_cast<unsigned int>(count % dayLength);
+    unsigned int const sec = time / 1000;
+    unsigned int const min = time / 60'000;
+    unsigned int const hour = time / 3'600'000;
+    mivHour = static_cast<int>(hour);
+    mivMin = static_cast<int>(min - 60 * hour);
+    mivSec = static_cast<int>(sec - 60 * min);
+    mivMSec = static_cast<int>(time - 1000 * sec);
+    return static_cast<int>(count / dayLength) - back;
+}
+
+int LCDateTime::MoveTimeByFields(double seconds, int sign) noexcept
+{
+    SpanParts const span = Split(seconds);
+    int parts[] = {span.milliseconds, span.seconds, span.minutes, span.hours, span.days};
+    int * const fields[] = {&mivMSec, &mivSec, &mivMin, &mivHour};
+    constexpr int turns[] = {1000, 60, 60, 24, 0};
+    for (int i = 0; i < 4; ++i) {
+        long long moved = *fields[i] + sign * static_cast<long long>(parts[i]);
+        if (sign > 0 ? moved >= turns[i] : moved < 0) {
+            moved -= sign * turns[i];
+            // The carry goes into the next part, and on from a part that becomes full.
+            for (int next = i + 1; ++parts[next] == turns[next]; ++next) parts[next] = 0;
+        }
+        *fields[i] = static_cast<int>(moved);
+    }
+    return sign * parts[4];
+}
+
+void LCDateTime::Move(double seconds, int sign) noexcept
+{
+    auto const span = Cut(seconds);
+    int const days = TimeIsInRange() ? MoveTimeInRange(sign * (span.seconds * 1000LL + span.milliseconds))
+                                     : MoveTimeByFields(seconds, sign);
+    long long const day = static_cast<long long>(mivDay) + days;
+    if (day >= 1 && day <= 28) {
         mivDay = static_cast<int>(day);
+    } else {
+        sign > 0 ? CarryDayForward(day) : CarryDayBack(day);
     }
 }
 
@@ -159,9 +158,14 @@ void LCDateTime::CarryDayForward(long long day) noexcept
 {
     long long year = mivYear;
     long long month = mivMonth;
-    while (day > 366 && IsMonth(month)) day -= DaysOfTwelveMonths(year++, month);
-    while (day > DaysOfMonth(year, month)) {
-        day -= DaysOfMonth(year, month);
+    for (;;) {
+        if (day > 366 && IsMonth(month)) {
+            day -= DaysOfTwelveMonths(year++, month);
+            continue;
+        }
+        int const days = DaysOfMonth(year, month);
+        if (day <= days) break;
+        day -= days;
         if (++month > 12) {
             month = 1;
             ++year;
@@ -174,8 +178,11 @@ void LCDateTime::CarryDayBack(long long day) noexcept
 {
     long long year = mivYear;
     long long month = mivMonth;
-    while (day < 1 - 366 && IsMonth(month)) day += DaysOfTwelveMonths(--year, month);
     while (day < 1) {
+        if (day < 1 - 366 && IsMonth(month)) {
+            day += DaysOfTwelveMonths(--year, month);
+            continue;
+        }
         day += DaysOfMonth(year, --month);  // month 0 has the 31 days of December
         if (month < 1) {
             month = 12;
@@ -195,14 +202,14 @@ void LCDateTime::SetDate(long long year, long long month, long long day) noexcep
 LCDateTime & LCDateTime::operator+=(LCTimeSpan const & span) noexcept
 {
     double const seconds = span.AsSeconds();
-    seconds < 0.0 ? Move<-1>(-seconds) : Move<1>(seconds);
+    seconds < 0.0 ? Move(-seconds, -1) : Move(seconds, 1);
     return *this;
 }
 
 LCDateTime & LCDateTime::operator-=(LCTimeSpan const & span) noexcept
 {
     double const seconds = span.AsSeconds();
-    seconds < 0.0 ? Move<1>(-seconds) : Move<-1>(seconds);
+    seconds < 0.0 ? Move(-seconds, 1) : Move(seconds, -1);
     return *this;
 }
 
@@ -248,12 +255,30 @@ LCTimeSpan LCDateTime::GetTimeSpanHighPrecision(LCDateTime const & other) const 
 
 std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
 {
-    if (other.mivTimeZoneBias != mivTimeZoneBias) return Compare(LCDateTime(other, mivTimeZoneBias));
+    if (other.mivTimeZoneBias == mivTimeZoneBias) {
+        return CompareFields(other, other.mivDay, other.mivHour, other.mivMin);
+    }
+    // What the zone changes is mostly the time of day, and the day within its month.
+    long long const min = other.mivHour * 60LL + other.mivMin + mivTimeZoneBias - other.mivTimeZoneBias;
+    int const days = (min >= 1440) - (min < 0);
+    long long const day = other.mivDay + days;
+    long long const minOfDay = min - 1440 * days;
+    if (other.TimeIsInRange() && minOfDay >= 0 && minOfDay < 1440 && day >= 1 && day <= 28) {
+        auto const m = static_cast<unsigned int>(minOfDay);
+        return CompareFields(other, static_cast<int>(day), static_cast<int>(m / 60),
+                             static_cast<int>(m % 60));
+    }
+    return Compare(LCDateTime(other, mivTimeZoneBias));
+}
+
+std::weak_ordering LCDateTime::CompareFields(LCDateTime const & other, int day, int hour,
+                                             int min) const noexcept
+{
     if (mivYear != other.mivYear) return mivYear <=> other.mivYear;
     if (mivMonth != other.mivMonth) return mivMonth <=> other.mivMonth;
-    if (mivDay != other.mivDay) return mivDay <=> other.mivDay;
-    if (mivHour != other.mivHour) return mivHour <=> other.mivHour;
-    if (mivMin != other.mivMin) return mivMin <=> other.mivMin;
+    if (mivDay != day) return mivDay <=> day;
+    if (mivHour != hour) return mivHour <=> hour;
+    if (mivMin != min) return mivMin <=> min;
     if (mivSec != other.mivSec) return mivSec <=> other.mivSec;
     return mivMSec <=> other.mivMSec;
 }
@@ -297,94 +322,71 @@ void LCDateTime::SetCurrentDateTime(LCDateTime const & now) noexcept
 
 LCString LCDateTime::Str() const
 {
-    TextBlock text;
-    PutDateAndTime(text, *this);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutDateAndTime(block.data(), *this), block);
 }
 
 LCString LCDateTime::StrDate() const
 {
-    TextBlock text;
-    PutDate(text, *this);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutDate(block.data(), *this), block);
 }
 
 LCString LCDateTime::StrTime() const
 {
-    TextBlock text;
-    PutTime(text, *this);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutTime(block.data(), *this), block);
 }
 
 LCString LCDateTime::StrDetailed() const
 {
-    TextBlock text;
-    PutDateAndTime(text, *this);
-    text.Milliseconds(mivMSec);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutMilliseconds(PutDateAndTime(block.data(), *this), mivMSec), block);
 }
 
 LCString LCDateTime::StrTimeDetailed() const
 {
-    TextBlock text;
-    PutTime(text, *this);
-    text.Milliseconds(mivMSec);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutMilliseconds(PutTime(block.data(), *this), mivMSec), block);
 }
 
 LCString LCDateTime::StrFile() const
 {
-    TextBlock text;
-    text.Field(mivYear, 4);
-    text.Char('-');
-    text.Field(mivMonth, 2);
-    text.Char('-');
-    text.Field(mivDay, 2);
-    text.Char('_');
-    text.Field(mivHour, 2);
-    text.Char('-');
-    text.Field(mivMin, 2);
-    text.Char('-');
-    text.Field(mivSec, 2);
-    return text.Text();
+    LayoutBlock block;
+    char * out = PutChar(PutField4(block.data(), mivYear), '-');
+    out = PutChar(PutField2(out, mivMonth), '-');
+    out = PutChar(PutField2(out, mivDay), '_');
+    return TextUpTo(PutThree(out, mivHour, mivMin, mivSec, '-'), block);
 }
 
 LCString LCDateTime::StrTimeZone() const
 {
-    TextBlock text;
-    PutDateAndTime(text, *this);
-    PutZone(text);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutZone(PutDateAndTime(block.data(), *this)), block);
 }
 
 LCString LCDateTime::StrDetailedTimeZone() const
 {
-    TextBlock text;
-    PutDateAndTime(text, *this);
-    text.Milliseconds(mivMSec);
-    PutZone(text);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutZone(PutMilliseconds(PutDateAndTime(block.data(), *this), mivMSec)), block);
 }
 
 LCString LCDateTime::StrFormat(LCString const & format) const
 {
-    return qrtcl::time::Format(format.str(), tokenLetters, [this](TextBlock & text, int run) {
+    return Format(format.str(), tokenLetters, [this](char * out, int run) {
         switch (run) {
-        case Run('Y', 4): text.Field(mivYear, 4); break;
-        case Run('Y', 2): text.Field(mivYear % 100, 2); break;
-        case Run('M', 2): text.Field(mivMonth, 2); break;
-        case Run('D', 2): text.Field(mivDay, 2); break;
-        case Run('H', 2): text.Field(mivHour, 2); break;
-        case Run('h', 2): text.Field(mivHour > 12 ? mivHour - 12 : mivHour, 2); break;
-        case Run('m', 2): text.Field(mivMin, 2); break;
-        case Run('S', 2): text.Field(mivSec, 2); break;
-        case Run('s', 3): text.Field(mivMSec, 3); break;
-        case Run('t', 2):
-            text.Char(mivHour > 12 ? 'P' : 'A');
-            text.Char('M');
-            break;
-        case Run('Z', 2): PutZone(text); break;
-        default: break;
+        case Run('Y', 4): return PutField4(out, mivYear);
+        case Run('Y', 2): return PutField2(out, mivYear % 100);
+        case Run('M', 2): return PutField2(out, mivMonth);
+        case Run('D', 2): return PutField2(out, mivDay);
+        case Run('H', 2): return PutField2(out, mivHour);
+        case Run('h', 2): return PutField2(out, mivHour > 12 ? mivHour - 12 : mivHour);
+        case Run('m', 2): return PutField2(out, mivMin);
+        case Run('S', 2): return PutField2(out, mivSec);
+        case Run('s', 3): return PutField3(out, mivMSec);
+        case Run('t', 2): return PutChar(PutChar(out, mivHour > 12 ? 'P' : 'A'), 'M');
+        case Run('Z', 2): return PutZone(out);
+        default: return out;
         }
     });
 }

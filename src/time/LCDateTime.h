@@ -145,12 +145,18 @@ private:
         field = value;
         return true;
     }
-    template <int Sign> void Move(double seconds) noexcept;
+    bool TimeIsInRange() const noexcept;
+    /// Both move hour to millisecond by less than 25000 days, and give the days to go on by. The first one
+    /// takes a time in range and one count, the second any fields one by one, with the same result.
+    int MoveTimeInRange(long long milliseconds) noexcept;
+    int MoveTimeByFields(double seconds, int sign) noexcept;
+    void Move(double seconds, int sign) noexcept;
     void CarryDayForward(long long day) noexcept;
     void CarryDayBack(long long day) noexcept;
     void SetDate(long long year, long long month, long long day) noexcept;
     long long SecondsOfCalendar() const noexcept;
     std::weak_ordering Compare(LCDateTime const & other) const noexcept;
+    std::weak_ordering CompareFields(LCDateTime const & other, int day, int hour, int min) const noexcept;
 
     int mivYear = 1900;
     int mivMonth = 1;

@@ -5,23 +5,23 @@
 #include "time/detail/SpanParts.h"
 #include "time/detail/TimeText.h"
 
+using namespace qrtcl::time;
+
 namespace {
 
-using qrtcl::time::Run;
-using qrtcl::time::SpanParts;
-using qrtcl::time::TextBlock;
-
-constexpr qrtcl::time::TokenLetters tokenLetters("DMHhmSs");
+constexpr TokenLetters tokenLetters("DMHhmSs");
 
 int AllHours(SpanParts const & parts) noexcept { return parts.hours + 24 * parts.days; }
 
-void PutDaysAndTime(TextBlock & text, SpanParts const & parts) noexcept
+char * PutDaysAndTime(char * out, SpanParts const & parts) noexcept
 {
-    if (parts.days > 0) {
-        text.Field(parts.days, 2);
-        text.Char(' ');
-    }
-    text.Time(parts.hours, parts.minutes, parts.seconds);
+    if (parts.days > 0) out = PutChar(PutField2(out, parts.days), ' ');
+    return PutThree(out, parts.hours, parts.minutes, parts.seconds, ':');
+}
+
+char * PutAllTime(char * out, SpanParts const & parts) noexcept
+{
+    return PutThree(out, AllHours(parts), parts.minutes, parts.seconds, ':');
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ void PutDaysAndTime(TextBlock & text, SpanParts const & parts) noexcept
 void LCTimeSpan::Decode(int & days, int & hours, int & minutes, int & seconds,
                         int & milliseconds) const noexcept
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
+    auto const parts = Split(mdvSeconds);
     days = parts.days;
     hours = parts.hours;
     minutes = parts.minutes;
@@ -39,7 +39,7 @@ void LCTimeSpan::Decode(int & days, int & hours, int & minutes, int & seconds,
 
 void LCTimeSpan::Decode(int & hours, int & minutes, int & seconds, int & milliseconds) const noexcept
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
+    auto const parts = Split(mdvSeconds);
     hours = AllHours(parts);
     minutes = parts.minutes;
     seconds = parts.seconds;
@@ -51,51 +51,44 @@ void LCTimeSpan::FloorToSeconds() noexcept { mdvSeconds = std::floor(mdvSeconds)
 
 LCString LCTimeSpan::Str() const
 {
-    TextBlock text;
-    PutDaysAndTime(text, qrtcl::time::Split(mdvSeconds));
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutDaysAndTime(block.data(), Split(mdvSeconds)), block);
 }
 
 LCString LCTimeSpan::StrDetailed() const
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
-    TextBlock text;
-    PutDaysAndTime(text, parts);
-    text.Milliseconds(parts.milliseconds);
-    return text.Text();
+    LayoutBlock block;
+    auto const parts = Split(mdvSeconds);
+    return TextUpTo(PutMilliseconds(PutDaysAndTime(block.data(), parts), parts.milliseconds), block);
 }
 
 LCString LCTimeSpan::StrTime() const
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
-    TextBlock text;
-    text.Time(AllHours(parts), parts.minutes, parts.seconds);
-    return text.Text();
+    LayoutBlock block;
+    return TextUpTo(PutAllTime(block.data(), Split(mdvSeconds)), block);
 }
 
 LCString LCTimeSpan::StrTimeDetailed() const
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
-    TextBlock text;
-    text.Time(AllHours(parts), parts.minutes, parts.seconds);
-    text.Milliseconds(parts.milliseconds);
-    return text.Text();
+    LayoutBlock block;
+    auto const parts = Split(mdvSeconds);
+    return TextUpTo(PutMilliseconds(PutAllTime(block.data(), parts), parts.milliseconds), block);
 }
 
 LCString LCTimeSpan::StrFormat(LCString const & format) const
 {
-    auto const parts = qrtcl::time::Split(mdvSeconds);
-    return qrtcl::time::Format(format.str(), tokenLetters, [&](TextBlock & text, int run) {
+    auto const parts = Split(mdvSeconds);
+    return Format(format.str(), tokenLetters, [&](char * out, int run) {
         switch (run) {
-        case Run('D', 2): text.Field(parts.days, 2); break;
-        case Run('H', 3): text.Field(AllHours(parts), 2); break;
-        case Run('H', 2): text.Field(parts.hours, 2); break;
-        case Run('h', 3): text.Field(AllHours(parts), 0); break;
-        case Run('h', 2): text.Field(parts.hours, 0); break;
-        case Run('m', 2): text.Field(parts.minutes, 2); break;
-        case Run('S', 2): text.Field(parts.seconds, 2); break;
-        case Run('s', 3): text.Field(parts.milliseconds, 3); break;
-        default: break;
+        case Run('D', 2): return PutField2(out, parts.days);
+        case Run('H', 3): return PutField2(out, AllHours(parts));
+        case Run('H', 2): return PutField2(out, parts.hours);
+        case Run('h', 3): return PutAnyField(out, AllHours(parts), 0);
+        case Run('h', 2): return PutAnyField(out, parts.hours, 0);
+        case Run('m', 2): return PutField2(out, parts.minutes);
+        case Run('S', 2): return PutField2(out, parts.seconds);
+        case Run('s', 3): return PutField3(out, parts.milliseconds);
+        default: return out;
         }
     });
 }

@@ -128,8 +128,8 @@ TEST(DateTime, TheCalendarIsRightOnEveryDayOf400Years)
         int const far = n * 7919 % 24856;
         LCDateTime const today = on(first + days(n));
         LCDateTime const ahead = on(first + days(n + far));
-        ASSERT_EQ(Fields(today + LCTimeSpan(far, 0, 0, 0, 0)), Fields(ahead));
-        ASSERT_EQ(Fields(ahead - LCTimeSpan(far, 0, 0, 0, 0)), Fields(today));
+        ASSERT_EQ(today + LCTimeSpan(far, 0, 0, 0, 0), ahead) << Fields(today) << " and " << far;
+        ASSERT_EQ(ahead - LCTimeSpan(far, 0, 0, 0, 0), today) << Fields(today) << " and " << far;
         ASSERT_EQ(on(first).GetTimeSpan(today), n * 86400.0) << Fields(today);
         auto const last = year(today.GetYear()) / today.GetMonth() / std::chrono::last;
         ASSERT_EQ(today.GetNrDaysMonth(), int(unsigned(last.day()))) << Fields(today);
@@ -317,6 +317,80 @@ TEST(DateTime, TheApplicationsClockIsTheSystemsPlusAnOffset)
 
     LCDateTime::SetCurrentDateTime(At("2030-1-1 12:0:0.900 +60"));  // to the whole second
     EXPECT_EQ(Fields(LCDateTime::GetCurrentDateTime()), "2030-1-1 13:0:0.250 +120");
+}
+
+TEST(DateTime, HasTheFixedLayouts)
+{
+    LCDateTime const value = At("2024-3-5 7:8:9.045 +60");
+    EXPECT_EQ(value.Str(), "05/03/2024 07:08:09");
+    EXPECT_EQ(value.StrDate(), "05/03/2024");
+    EXPECT_EQ(value.StrTime(), "07:08:09");
+    EXPECT_EQ(value.StrDetailed(), "05/03/2024 07:08:09,045");
+    EXPECT_EQ(value.StrTimeDetailed(), "07:08:09,045");
+    EXPECT_EQ(value.StrFile(), "2024-03-05_07-08-09");
+    EXPECT_EQ(LCDateTime().Str(), "01/01/1900 00:00:00");
+    EXPECT_EQ(At("12345-13-100 -1:-10:999.-5").StrDetailed(), "100/13/12345 -1:-10:999,0-5");
+    constexpr int low = std::numeric_limits<int>::min();
+    EXPECT_EQ(LCDateTime(low, low, low, low, low, low, low, 0).StrDetailed(),
+              "-2147483648/-2147483648/-2147483648 -2147483648:-2147483648:-2147483648,-2147483648");
+}
+
+TEST(DateTime, ZoneTextsShowTheMachinesZone)
+{
+    struct {
+        char const * zone;
+        char const * text;
+    } const rows[] = {{"UTC0", "+00:00"},
+                      {"CET-1", "+01:00"},
+                      {"XST5:30", "-05:30"},
+                      {"XST0:30", "-00:30"},
+                      {"XST-14", "+14:00"}};
+    LCDateTime const value = At("2024-3-5 7:8:9.045 +77");
+    for (auto const & row : rows) {
+        InZone const zone(row.zone);
+        EXPECT_EQ(value.StrTimeZone(), LCString("05/03/2024 07:08:09") + row.text);
+        EXPECT_EQ(value.StrDetailedTimeZone(), LCString("05/03/2024 07:08:09,045") + row.text);
+        EXPECT_EQ(value.StrFormat("ZZ Z ZZZ"), LCString(row.text) + "  ");
+    }
+}
+
+TEST(DateTime, AFormatIsRunsOfLettersAndOtherCharacters)
+{
+    struct {
+        char const * value;
+        char const * format;
+        char const * text;
+    } const rows[] = {
+        {"2024-3-5 7:8:9.045", "", ""},
+        {"2024-3-5 7:8:9.045", "YYYYMMDDHHmmSSsss", "20240305070809045"},
+        {"2024-3-5 7:8:9.045", "YYYY-MM", "2024-03"},
+        {"2024-3-5 7:8:9.045", "YYYYY-MMM", "-"},
+        {"2024-3-5 7:8:9.045", "Year YYYY", "ear 2024"},
+        {"2024-3-5 7:8:9.045", "YMDHhmSstZYYYMMMDDDHHHhhhmmmSSSssstttZZZYYYYYssss", "045"},
+        {"2024-3-5 7:8:9.045", "AM PM {x}%d \xE4", "A P {x}%d \xE4"},
+        {"2024-3-5 7:8:9.045", "DDDDDDDDDD|MMMMMMMMMMMMMMMMMM",
+         "|"},  // 8 and 16 more than a run of the table
+        {"99-3-5", "YYYY YY", "0099 99"},
+        {"2005-3-5", "YY", "05"},
+        {"12345-3-5", "YYYY YY", "12345 45"},
+        {"-7-3-5", "YYYY YY", "00-7 -7"},
+        {"2024-3-5 12:30:0.0", "hh:mm tt", "12:30 AM"},
+        {"2024-3-5 13:30:0.0", "hh:mm tt", "01:30 PM"},
+        {"2024-3-5 0:30:0.0", "hh:mm tt", "00:30 AM"},
+        {"2024-3-5 23:59:59.999", "hh tt HH", "11 PM 23"},
+    };
+    for (auto const & row : rows) EXPECT_EQ(At(row.value).StrFormat(row.format), row.text) << row.format;
+
+    LCString longFormat;
+    LCString expected;
+    for (int i = 0; i < 500; ++i) {
+        longFormat += "x MM";
+        expected += "x -2147483648";
+    }
+    LCDateTime value;
+    value.SetMonth(std::numeric_limits<int>::min());
+    EXPECT_EQ(value.StrFormat(longFormat), expected);
+    EXPECT_EQ(value.StrFormat(std::string("D\0D", 3)), std::string(1, '\0'));
 }
 
 }  // namespace

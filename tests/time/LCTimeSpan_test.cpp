@@ -89,4 +89,53 @@ TEST(TimeSpan, ComparesExactlyAndNeverEqualToNotANumber)
     }
 }
 
+TEST(TimeSpan, HasFourLayouts)
+{
+    struct {
+        double seconds;
+        char const * text;
+        char const * time;
+        char const * milliseconds;
+    } const rows[] = {
+        {0.0, "00:00:00", "00:00:00", ",000"},
+        {3661.0, "01:01:01", "01:01:01", ",000"},
+        {90061.5, "01 01:01:01", "25:01:01", ",500"},
+        {360000.25, "04 04:00:00", "100:00:00", ",250"},
+        {86400.0 * 1000, "1000 00:00:00", "24000:00:00", ",000"},
+        {-100.0, "00:-1:-40", "00:-1:-40", ",000"},
+        {-1.0, "00:00:-1", "00:00:-1", ",000"},
+        {-0.005, "00:00:00", "00:00:00", ",0-5"},
+        {-90061.0, "-1:-1:-1", "-25:-1:-1", ",000"},
+        {1e300, "24855 03:14:07", "596523:14:07", ",000"},
+    };
+    for (auto const & row : rows) {
+        LCTimeSpan const span(row.seconds);
+        EXPECT_EQ(span.Str(), row.text);
+        EXPECT_EQ(span.StrDetailed(), LCString(row.text) + row.milliseconds);
+        EXPECT_EQ(span.StrTime(), row.time);
+        EXPECT_EQ(span.StrTimeDetailed(), LCString(row.time) + row.milliseconds);
+    }
+}
+
+TEST(TimeSpan, AFormatIsRunsOfLettersAndOtherCharacters)
+{
+    struct {
+        double seconds;
+        char const * format;
+        char const * text;
+    } const rows[] = {
+        {90061.5, "", ""},
+        {90061.5, "HHH:mm", "25:01"},
+        {90061.5, "HH:mm", "01:01"},
+        {90061.5, "hhh hh", "25 1"},
+        {90061.5, "DD HH SS sss", "01 01 01 500"},
+        {3661.0, "hh HH hhh HHH", "1 01 1 01"},
+        {-90061.5, "DD HHH hh mm SS sss", "-1 -25 -1 -1 -1 -500"},
+        {1.0, "YYYY tt ZZ Day", "YYYY tt ZZ ay"},
+        {1.0, "MMDHhmSsMMMDDDHHHHhhhhmmmSSSssss", ""},
+    };
+    for (auto const & row : rows)
+        EXPECT_EQ(LCTimeSpan(row.seconds).StrFormat(row.format), row.text) << row.format;
+}
+
 }  // namespace

@@ -1,15 +1,16 @@
 #include "time/detail/TimeText.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace qrtcl::time {
 
-void TextBlock::AnyField(int value, int width) noexcept
+char * PutAnyField(char * out, int value, int width) noexcept
 {
-    char digits[16];
+    char digits[longestField];
     char const * const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-    for (auto length = end - digits; length < width; ++length) Char('0');
-    for (char const * digit = digits; digit != end; ++digit) Char(*digit);
+    out = std::fill_n(out, std::max<std::ptrdiff_t>(width - (end - digits), 0), '0');
+    return std::copy(static_cast<char const *>(digits), end, out);
 }
 
 }  // namespace qrtcl::time
