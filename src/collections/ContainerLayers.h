@@ -13,6 +13,12 @@
 // collection and three times four or an error in another.
 namespace qrtcl {
 
+template <typename Container>
+concept OrderedSet = requires
+{
+    typename Container::key_type;
+};
+
 /// The standard container, and nothing else.
 template <typename Container> class QRTCL_API Plain : public Container {
 public:
@@ -54,7 +60,7 @@ public:
 
     bool Contains(typename Base::value_type const & value) const
     {
-        if constexpr (requires { this->contains(value); }) {
+        if constexpr (OrderedSet<Base>) {
             return this->contains(value);
         } else {
             return std::find(this->begin(), this->end(), value) != this->end();

@@ -45,7 +45,7 @@ LCString LCStringList::GetValue(LCString const & key) const { return lines::GetV
 bool LCStringList::LoadFromFile(LCString const & path) { return lines::Load(*this, path); }
 bool LCStringList::SaveToFile(LCString const & path) const { return lines::Save(*this, path); }
 
-void LCStringList::SortCI() { qrtcl::SortCI(*this); }
+void LCStringList::SortCI() { lines::SortCI(*this); }
 void LCStringList::UniqueCI() { unique(LCString::LCEqualCI()); }
 void LCStringList::ToLowerCase()
 {

@@ -44,7 +44,7 @@ LCString LCStringVector::GetValue(LCString const & key) const { return lines::Ge
 bool LCStringVector::LoadFromFile(LCString const & path) { return lines::Load(*this, path); }
 bool LCStringVector::SaveToFile(LCString const & path) const { return lines::Save(*this, path); }
 
-void LCStringVector::SortCI() { qrtcl::SortCI(*this); }
+void LCStringVector::SortCI() { lines::SortCI(*this); }
 void LCStringVector::UniqueCI() { erase(std::unique(begin(), end(), LCString::LCEqualCI()), end()); }
 void LCStringVector::ToLowerCase()
 {

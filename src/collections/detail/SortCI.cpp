@@ -5,7 +5,7 @@
 
 #include "foundation/detail/Text.h"
 
-namespace qrtcl {
+namespace qrtcl::lines {
 
 namespace {
 
@@ -66,4 +66,4 @@ void SortCI(std::vector<LCString> & elements)
     }
 }
 
-}  // namespace qrtcl
+}  // namespace qrtcl::lines

@@ -7,10 +7,10 @@
 
 // Sorting by the upper-case forms as bytes. Allocates one block of 32 bytes an element, whatever the texts
 // are.
-namespace qrtcl {
+namespace qrtcl::lines {
 
 /// Stable.
 void SortCI(std::list<LCString> & elements);
 void SortCI(std::vector<LCString> & elements);
 
-}  // namespace qrtcl
+}  // namespace qrtcl::lines
