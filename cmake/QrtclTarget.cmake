@@ -8,7 +8,7 @@ function(qrtcl_target target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
     target_compile_options(${target} PRIVATE
-        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -ffp-contract=off -fno-semantic-interposition)
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -ffp-contract=off)
     if(QRTCL_WERROR)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
