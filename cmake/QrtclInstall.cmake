@@ -13,7 +13,7 @@ install(EXPORT QRTCL_DataTypesTargets NAMESPACE QRTCL_DataTypes:: DESTINATION ${
 
 if(TARGET Documents)
     install(DIRECTORY src/documents DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QRTCL_DataTypes
-        FILES_MATCHING PATTERN "*.h" PATTERN "detail" EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN "detail" EXCLUDE PATTERN "platform" EXCLUDE)
     install(TARGETS Documents EXPORT QRTCL_DataTypesDocumentsTargets)
     install(EXPORT QRTCL_DataTypesDocumentsTargets NAMESPACE QRTCL_DataTypes:: DESTINATION ${package_dir})
 endif()

@@ -21,7 +21,7 @@ need_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-build_packages=(g++ cmake ninja-build ccache libexpat1-dev)
+build_packages=(g++ cmake ninja-build ccache libxml2-dev)
 test_packages=(libgtest-dev)
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev python3 libxml2-utils locales)
 bench_packages=(libbenchmark-dev python3 pkg-config libfast-float-dev libfmt-dev libboost-dev libabsl-dev libpoco-dev

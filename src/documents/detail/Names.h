@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "documents/detail/HashTable.h"
+
+namespace qrtcl::documents {
+
+struct Store;
+
+/// A name that paragraphs and attributes of one tree share, with its text behind it in the same block.
+struct Name {
+    std::string_view Text() const { return {reinterpret_cast<char const *>(this + 1), size}; }
+
+    Store * owner;
+    std::uint64_t hash;
+    std::size_t uses;
+    std::size_t size;
+    bool plain;  ///< the file holds it as it is
+};
+
+inline std::uint64_t HashOfName(Name const & name) { return name.hash; }
+
+/// The names in use in one tree, each once, so that equal names are equal pointers.
+class Names {
+public:
+    explicit Names(Store & owner);
+    Names(Names const &) = delete;
+    Names & operator=(Names const &) = delete;
+    /// Leaves the names alone: they go with their last use.
+    ~Names() = default;
+
+    /// The name, or null if nothing in the tree is called so.
+    Name * Find(std::string_view text) const noexcept;
+    /// The name, with one more use. Throws what the allocation throws.
+    Name & Use(std::string_view text);
+    static Name & Use(Name & name) noexcept
+    {
+        ++name.uses;
+        return name;
+    }
+    void Release(Name & name) noexcept
+    {
+        if (--name.uses == 0) Forget(name);
+    }
+
+private:
+    std::uint64_t Hash(std::string_view text) const noexcept;
+    Name * Find(std::string_view text, std::uint64_t hash) const noexcept;
+    void Forget(Name & name) noexcept;
+
+    HashTable<Name, HashOfName> movTable;
+    Store & moOwner;
+    std::uint64_t mivSeed;
+};
+
+}  // namespace qrtcl::documents

@@ -1,0 +1,296 @@
+#include "documents/detail/XmlReader.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <string>
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include "documents/detail/Access.h"
+#include "documents/detail/FileAccess.h"
+#include "documents/detail/FileForm.h"
+#include "documents/detail/Progress.h"
+
+namespace qrtcl::documents {
+
+namespace {
+
+std::string_view View(xmlChar const * text) { return reinterpret_cast<char const *>(text); }
+
+std::string_view TrimWhiteSpace(std::string_view text)
+{
+    std::size_t const first = text.find_first_not_of(" \t\r\n");
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r\n") + 1 - first);
+}
+
+std::string At(long line, long column)
+{
+    return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
+}
+
+std::string TooMany(char const * what, std::size_t limit)
+{
+    return "more than " + std::to_string(limit) + " " + what;
+}
+
+/// The parser must not begin to convert: wide characters show in the first two bytes, all else is declared.
+/// What is no declaration is left to the parser.
+void RefuseOtherEncodings(std::string_view begin)
+{
+    std::string_view const mark = begin.substr(0, 2);
+    bool other =
+        mark.find('\0') != mark.npos || mark == "\xFE\xFF" || mark == "\xFF\xFE" || mark == "\x4C\x6F";
+
+    std::string_view const declaration = begin.substr(0, begin.find("?>"));
+    std::size_t const name = declaration.find("encoding");
+    std::size_t const quote = declaration.find_first_of("\"'", name);
+    if (declaration.find("<?xml") <= 3 && name != begin.npos &&
+        quote != begin.npos) {  // a mark may come first
+        std::string_view const behind = declaration.substr(quote + 1);
+        std::string const value(behind.substr(0, behind.find(declaration[quote])));
+        other = other || !LCString(value).EqCI("UTF-8");
+    }
+    if (other) throw Failure{At(1, 1) + "another encoding than UTF-8"};
+}
+
+/// The parser compares each attribute of a tag with all the others before it tells of them. This looks at the
+/// text first, and closely only at a tag that goes on from one piece to the next.
+class TagGuard {
+public:
+    /// False if the open tag has too many attributes.
+    bool Look(std::string_view text)
+    {
+        for (; !text.empty(); text.remove_prefix(std::min(text.size(), pieceSize))) {
+            if (!LookAtPiece(text.substr(0, pieceSize))) return false;
+        }
+        return true;
+    }
+
+private:
+    static constexpr std::size_t pieceSize = 16384;
+
+    bool LookAtPiece(std::string_view piece)
+    {
+        std::size_t const tag = piece.rfind('<');
+        if (tag != piece.npos) {
+            *this = {};
+            mbvInTag = true;
+            piece.remove_prefix(tag + 1);
+        }
+        for (std::size_t i = 0; mbvInTag && i < piece.size(); ++i) {
+            char const c = piece[i];
+            if (mcvQuote != '\0') {
+                i = piece.find(mcvQuote, i);
+                if (i == piece.npos) break;
+                mcvQuote = '\0';
+            } else if (c == '"' || c == '\'') {
+                mcvQuote = c;
+                ++mivAttributes;
+            } else if (c == '>' || c == '!' || c == '?') {
+                mbvInTag = false;  // at its end, or it is none
+            }
+        }
+        return mivAttributes <= maximumAttributes;
+    }
+
+    bool mbvInTag = false;
+    char mcvQuote = '\0';
+    std::size_t mivAttributes = 0;
+};
+
+/// Builds the tree from what the parser tells.
+class XmlReader {
+public:
+    XmlReader(Source & source, std::size_t size, LHCParagraph & root, Progress & progress)
+        : moSource(source), moRoot(root), moProgress(progress), mdvSize(static_cast<double>(size))
+    {
+        // The parser fetches piece by piece: of a whole text it would make a copy first.
+        mopParser.reset(xmlCreateIOParserCtxt(nullptr, nullptr, &XmlReader::OnRead, nullptr, this,
+                                              XML_CHAR_ENCODING_UTF8));
+        if (mopParser == nullptr) throw std::bad_alloc();
+        xmlCtxtUseOptions(mopParser.get(), XML_PARSE_HUGE | XML_PARSE_NOENT | XML_PARSE_NONET);
+        mopParser->userData = this;
+        SetHandlers(*mopParser->sax);
+    }
+
+    void Read()
+    {
+        xmlParseDocument(mopParser.get());
+        if (mopThrown != nullptr) std::rethrow_exception(mopThrown);
+        if (mopParser->wellFormed == 0) throw Failure{"not well-formed"};
+        // For the parser a zero is an end too. A file can have them behind its text after a crash of the
+        // system.
+        if (mopParser->input->cur < mopParser->input->end) Fail("zero bytes behind the end");
+    }
+
+private:
+    struct FreeParser {
+        void operator()(xmlParserCtxtPtr parser) const { xmlFreeParserCtxt(parser); }
+    };
+
+    static void SetHandlers(xmlSAXHandler & handlers)
+    {
+        handlers = {};
+        handlers.initialized = 1;  // the plain interface: names with their prefix, all attributes in order
+        handlers.internalSubset = [](void * self, auto...) { Guarded(self, &XmlReader::RefuseDoctype); };
+        handlers.startElement = [](void * self, xmlChar const * name, xmlChar const ** attributes) {
+            Guarded(self, &XmlReader::StartElement, name, attributes);
+        };
+        handlers.endElement = [](void * self, xmlChar const *) { Guarded(self, &XmlReader::EndElement); };
+        handlers.characters = [](void * self, xmlChar const * text, int size) {
+            Guarded(self, &XmlReader::AddText, text, size);
+        };
+        handlers.ignorableWhitespace = handlers.cdataBlock = handlers.characters;
+        handlers.error = OnError;
+    }
+
+    static void OnError(void * self, char const *, ...) { Guarded(self, &XmlReader::HandleError); }
+    static int OnRead(void * self, char * bytes, int size)
+    {
+        int count = 0;
+        Guarded(self, &XmlReader::Fetch, bytes, static_cast<std::size_t>(size), &count);
+        return count;
+    }
+
+    /// The parser's own frames stand between: what is thrown waits until it has come back. Until then it is
+    /// told that the text is at its end; stopping it from inside one of these calls is not safe in all of
+    /// them.
+    template <typename... Parameters, typename... Arguments>
+    static void Guarded(void * self, void (XmlReader::*handle)(Parameters...), Arguments... arguments)
+    {
+        auto & reader = *static_cast<XmlReader *>(self);
+        if (reader.mopThrown != nullptr) return;
+        try {
+            (reader.*handle)(arguments...);
+        } catch (...) {
+            reader.mopThrown = std::current_exception();
+        }
+    }
+
+    void Fetch(char * bytes, std::size_t size, int * count)
+    {
+        if (movPiece.empty()) {
+            bool const first = mivFetched == 0;
+            movPiece = moSource.Next();
+            if (first) RefuseOtherEncodings(movPiece);
+            if (!movGuard.Look(movPiece)) Fail(TooMany("attributes", maximumAttributes));
+        }
+        std::size_t const copied = movPiece.copy(bytes, size);
+        movPiece.remove_prefix(copied);
+        mivFetched += copied;
+        *count = static_cast<int>(copied);
+    }
+
+    [[noreturn]] void Fail(std::string const & what) const
+    {
+        throw Failure{At(mopParser->input->line, mopParser->input->col) + what};
+    }
+
+    void RefuseDoctype() { Fail("a document type is not accepted"); }
+
+    void StartElement(xmlChar const * name, xmlChar const ** attributes)
+    {
+        moProgress.Step([&] { return mdvSize == 0.0 ? 0.0 : static_cast<double>(mivFetched) / mdvSize; });
+        if (mivLevel == maximumLevels) Fail(TooMany("levels", maximumLevels));
+        if (mopAt == nullptr) {
+            mopAt = &moRoot;
+            Access::Rename(*mopAt, UnescapedName(View(name), movRoom));
+        } else {
+            if (IsWhiteSpace(TextOfLevel())) movText.resize(moaBegins[mivLevel - 1]);
+            mopAt = &Append(name);
+        }
+        moaBegins[mivLevel++] = movText.size();
+        if (attributes != nullptr) AddAttributes(attributes);
+    }
+
+    /// The parser gives equal names by equal pointers.
+    LHCParagraph & Append(xmlChar const * name)
+    {
+        KnownName & known = moaNames[std::bit_cast<std::uintptr_t>(name) * 0x9E3779B97F4A7C15u >> 56];
+        if (known.stored == name) return Access::Append(*mopAt, *known.name);
+        LHCParagraph & child = Access::Append(*mopAt, UnescapedName(View(name), movRoom));
+        known = {name, &Access::NameOf(child)};
+        return child;
+    }
+
+    void AddAttributes(xmlChar const ** attributes)
+    {
+        std::string textRoom;
+        for (std::size_t count = 1; *attributes != nullptr; attributes += 2, ++count) {
+            if (count > maximumAttributes) Fail(TooMany("attributes", maximumAttributes));
+            std::string_view const name = View(attributes[0]);
+            std::string_view const text = Unescaped(View(attributes[1]), textRoom);
+            if (name == valueAttribute) {
+                Access::SetValue(*mopAt, text);
+            } else if (!Access::AddAttribute(*mopAt, UnescapedName(name, movRoom), text)) {
+                Fail("attribute " + std::string(name) + " stands for one that is there");
+            }
+        }
+    }
+
+    void AddText(xmlChar const * text, int size)
+    {
+        movText.append(reinterpret_cast<char const *>(text), static_cast<std::size_t>(size));
+    }
+
+    void EndElement()
+    {
+        std::string_view text = TextOfLevel();
+        if (Access::FirstOf(*mopAt) != nullptr) text = TrimWhiteSpace(text);
+        if (!IsWhiteSpace(text) && Access::ValueOf(*mopAt) == nullptr)
+            Access::SetValue(*mopAt, Unescaped(text, movRoom));
+        movText.resize(moaBegins[--mivLevel]);
+        mopAt = Access::ParentOf(*mopAt);
+    }
+
+    /// What stood in the open element so far.
+    std::string_view TextOfLevel() const { return std::string_view(movText).substr(moaBegins[mivLevel - 1]); }
+
+    void HandleError()
+    {
+        xmlError const & error = mopParser->lastError;
+        if (error.level != XML_ERR_FATAL) return;
+        std::string what(TrimWhiteSpace(error.message));
+        if (error.code == XML_ERR_TAG_NAME_MISMATCH)  // its text has a wrong line number
+            what = "the element " + std::string(error.str1) + " ends as " + error.str2;
+        throw Failure{At(error.line, error.int2) + what};
+    }
+
+    Source & moSource;
+    LHCParagraph & moRoot;
+    Progress & moProgress;
+    double mdvSize;
+    std::string_view movPiece;  ///< what the parser has not fetched of the last piece
+    std::size_t mivFetched = 0;
+    TagGuard movGuard;
+    std::unique_ptr<xmlParserCtxt, FreeParser> mopParser;
+    std::exception_ptr mopThrown;
+
+    struct KnownName {
+        xmlChar const * stored = nullptr;
+        Name * name = nullptr;
+    };
+    std::array<KnownName, 256> moaNames{};
+    LHCParagraph * mopAt = nullptr;  ///< the open element
+    std::size_t mivLevel = 0;
+    std::array<std::size_t, maximumLevels>
+        moaBegins{};  ///< where in `movText` the text of each open element begins
+    std::string movText;
+    std::string movRoom;
+};
+
+}  // namespace
+
+void ReadXml(Source & source, std::size_t size, LHCParagraph & root, Progress & progress)
+{
+    XmlReader(source, size, root, progress).Read();
+}
+
+}  // namespace qrtcl::documents

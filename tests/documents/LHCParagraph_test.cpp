@@ -1,0 +1,268 @@
+#include "documents/LHCParagraph.h"
+
+#include <algorithm>
+#include <ctime>
+#include <random>
+
+#include "collections/LCStringVector.h"
+#include "paragraph/LCParagraphList.h"
+#include "paragraph/TestParagraph.h"
+#include "support/Allocations.h"
+
+namespace {
+
+static_assert(!std::is_copy_constructible_v<LHCParagraph> && !std::is_constructible_v<LHCParagraph, bool>);
+
+class ConcreteParagraph : public testing::Test {
+protected:
+    bool movFind = false;
+    LHCParagraph movRoot{movFind, "root"};
+};
+
+LCString Numbered(unsigned long i) { return LCString("p") + LCString(i); }
+
+/// The tree as text: name, value, attributes and children.
+LCString Text(LHCParagraph & paragraph)
+{
+    bool find = false;
+    TestParagraph copy(find, paragraph.GetName());
+    paragraph.CopyToParagraph(copy);
+    return copy.Text();
+}
+
+// A plain list of children says what every search must find, whatever was created, renamed and removed.
+TEST_F(ConcreteParagraph, SearchesFindWhatAPlainListFinds)
+{
+    struct Child {
+        LCParagraph * paragraph;
+        LCString name;
+        unsigned id;
+    };
+    for (unsigned const names : {1u, 3u, 60u}) {
+        std::mt19937 random(names);
+        std::vector<Child> model;
+        movRoot.RemoveAllParagraphs();
+        for (unsigned step = 0; step < 4000; ++step) {
+            LCString const name = Numbered(random() % names);
+            auto const at = model.begin() + static_cast<long>(model.empty() ? 0 : random() % model.size());
+            auto const kind = random() % (model.size() > 40 ? 8 : 6);
+            if (at == model.end() || kind == 0) {
+                model.push_back({movRoot.CreateParagraph(name), name, step % 4});
+                model.back().paragraph->SetAttributeAsInteger("id", static_cast<int>(step % 4));
+            } else if (kind < 3) {
+                model.insert(at, {movRoot.CreateParagraphBefore(*at->paragraph, name), name, 9});
+            } else if (kind < 5) {
+                ASSERT_TRUE(at->paragraph->SetName(at->name = name));
+            } else if (kind == 5 && random() % 8 == 0) {
+                ASSERT_EQ(movRoot.RemoveParagraphsWithName(name),
+                          std::erase_if(model, [&](Child const & child) { return child.name == name; }));
+            } else {
+                ASSERT_TRUE(movRoot.RemoveParagraph(*at->paragraph));
+                model.erase(at);
+            }
+
+            LCString const sought = Numbered(random() % (names + 1));
+            LCParagraphList all, named, found;
+            LCParagraph * marked = nullptr;
+            for (Child const & child : model) {
+                all.push_back(child.paragraph);
+                if (child.name != sought) continue;
+                named.push_back(child.paragraph);
+                if (marked == nullptr && child.id == 2) marked = child.paragraph;
+            }
+            movRoot.GetParagraphsWithName(sought, found, true);
+            ASSERT_EQ(found, named) << names << " names, step " << step;
+            ASSERT_EQ(movRoot.GetParagraph(sought), named.empty() ? nullptr : named.front());
+            ASSERT_EQ(movRoot.GetParagraphWithNameAndAttributeAsInteger(sought, "id", 2), marked);
+            movRoot.GetParagraphs(found);
+            ASSERT_EQ(found, all);
+        }
+    }
+}
+
+TEST_F(ConcreteParagraph, ChildrenAreKnownByTheirParentOnly)
+{
+    LCParagraph & child = *movRoot.CreateParagraph("child");
+    LCParagraph & below = *child.CreateParagraph("below");
+    TestParagraph foreign(movFind);
+    for (LCParagraph * const other :
+         {&below, static_cast<LCParagraph *>(&foreign), static_cast<LCParagraph *>(&movRoot)}) {
+        EXPECT_FALSE(movRoot.RemoveParagraph(*other));
+        EXPECT_EQ(movRoot.CreateParagraphBefore(*other, "x"), nullptr);
+    }
+    EXPECT_EQ(below.GetParent(), &child);
+    EXPECT_EQ(movRoot.GetParent(), nullptr);
+    EXPECT_EQ(below.GetKind(), civPT_Node);
+    EXPECT_EQ(Text(movRoot), "root={child={below=}}");
+}
+
+TEST_F(ConcreteParagraph, AnyTextIsAWholeNameAndAValue)
+{
+    for (LCString const & name :
+         {LCString(), LCString("a/b"), LCString(" a "), LCString(std::string("a\0b", 3))}) {
+        movRoot.SetParameterAsString(name, "value", true);
+        movRoot.SetAttributeAsString(name, "attribute");
+        EXPECT_EQ(movRoot.GetParagraph(name)->GetName(), name);
+        EXPECT_EQ(movRoot.GetParameterAsString(name, "", false), "value") << name.str();
+        EXPECT_EQ(movRoot.GetAttributeAsString(name, ""), "attribute") << name.str();
+    }
+    EXPECT_EQ(movRoot.GetParagraph("a"), nullptr);
+    EXPECT_EQ(movRoot.GetParagraph("A/B"), nullptr);
+    EXPECT_EQ(movRoot.GetValueAsString("default"), "default");
+    EXPECT_TRUE(movRoot.SetValueAsString("", false));
+    EXPECT_EQ(movRoot.GetValueAsString("default"), "");
+}
+
+// Few attributes are searched one by one, many by an index.
+TEST_F(ConcreteParagraph, AttributesKeepTheirOrderHoweverMany)
+{
+    for (unsigned const count : {3u, 40u}) {
+        LHCParagraph paragraph(movFind);
+        for (unsigned i = 0; i < count; ++i) EXPECT_TRUE(paragraph.SetAttributeAsInteger(Numbered(i), 5));
+        EXPECT_EQ(paragraph.GetAttributeAsInteger(Numbered(count - 1), -1), 5);
+        paragraph.SetAttributeAsInteger(Numbered(0), 70);
+        EXPECT_TRUE(paragraph.RemoveAttribute(Numbered(1)));
+        EXPECT_FALSE(paragraph.RemoveAttribute(Numbered(1)));
+        EXPECT_EQ(paragraph.GetAttributeAsInteger(Numbered(1), -1), -1);
+        paragraph.SetAttributeAsInteger(Numbered(1), 71);
+
+        LCStringVector names;
+        names.push_back("what was there");
+        paragraph.GetAttributeNames(names);
+        ASSERT_EQ(names.size(), count);
+        EXPECT_EQ(names[1], Numbered(2));
+        EXPECT_EQ(names.back(), Numbered(1));
+        EXPECT_EQ(paragraph.GetAttributeAsInteger(Numbered(0), -1), 70);
+        EXPECT_EQ(paragraph.GetAttributeAsInteger(Numbered(1), -1), 71);
+    }
+}
+
+TEST_F(ConcreteParagraph, CopiesIntoOtherTreesAndIntoItself)
+{
+    movRoot.SetAttributeAsString("a", "1");
+    movRoot.SetParameterAsString("x", "value", true);
+    LCParagraph & below = *movRoot.CreateParagraph("y")->CreateParagraph("z");
+    LCString const before = Text(movRoot);
+    EXPECT_EQ(before, "root={@a=1 x=value y={z=}}");
+
+    LHCParagraph other(movFind, "other");
+    other.SetValueAsString("goes", true);
+    other.SetAttributeAsString("b", "stays");
+    other.CreateParagraph("x");
+    movRoot.CopyToParagraph(other);
+    EXPECT_EQ(Text(other), "other={@b=stays @a=1 x= x=value y={z=}}");
+
+    movRoot.CopyToParagraph(below);
+    EXPECT_EQ(Text(movRoot), "root={@a=1 x=value y={z={@a=1 x=value y={z=}}}}");
+    other.CopyToParagraph(other);
+    EXPECT_EQ(Text(other), "other={@b=stays @a=1 x= x=value y={z=} x= x=value y={z=}}");
+}
+
+/// A paragraph of an application, with an attribute that stays.
+class WatchedParagraph : public LHCParagraph {
+public:
+    using LHCParagraph::CleanEnd;
+    using LHCParagraph::LHCParagraph;
+    bool RemoveAttribute(LCString const & name) override
+    {
+        return name != "fixed" && LHCParagraph::RemoveAttribute(name);
+    }
+};
+
+TEST_F(ConcreteParagraph, ServesAsABaseClass)
+{
+    WatchedParagraph own(movFind, "own");
+    for (char const * const name : {"fixed", "free"}) own.SetAttributeAsBool(name, true);
+    EXPECT_FALSE(own.RemoveAttribute("fixed"));
+    EXPECT_TRUE(own.RemoveAttribute("free"));
+    EXPECT_EQ(Text(own), "own={@fixed=1}");
+    EXPECT_EQ(WatchedParagraph::CleanEnd("ab \r\n"), "ab");
+}
+
+// What grows with the square takes minutes here.
+TEST_F(ConcreteParagraph, AHundredThousandChildrenCostOnlyTheirNumber)
+{
+    constexpr unsigned count = 100000;
+    LCParagraphList list;
+    auto const timed = [&](char const * what, auto run) {
+        movRoot.RemoveAllParagraphs();
+        std::clock_t const begin = std::clock();
+        for (unsigned i = 0; i < count; ++i) run(i);
+        EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 4.0) << what;
+    };
+    auto const createAll = [&] {
+        for (unsigned i = 0; i < count; ++i) movRoot.CreateParagraph("one");
+        ASSERT_NE(movRoot.GetParagraph("one"), nullptr);
+        movRoot.GetParagraphs(list);
+    };
+    movFind = true;
+    timed("written twice", [&](unsigned i) {
+        movRoot.SetParameterAsBool(Numbered(i), true);
+        movRoot.SetParameterAsBool(Numbered(i / 2), false);
+    });
+    EXPECT_EQ(movRoot.RemoveParagraphsWithName(Numbered(count - 1)), 1);
+    timed("found by name and attribute among others", [&](unsigned i) {
+        if (i == 0) createAll();
+        if (i == 0) movRoot.CreateParagraph("rare")->SetAttributeAsBool("here", true);
+        ASSERT_NE(movRoot.GetParagraphWithNameAndAttributeAsBool("rare", "here", true), nullptr);
+    });
+    timed("removed from the middle on", [&](unsigned i) {
+        if (i == 0) createAll();
+        if (i == 0) std::rotate(list.begin(), std::next(list.begin(), count / 2), list.end());
+        ASSERT_TRUE(movRoot.RemoveParagraph(*list.front()));
+        list.pop_front();
+    });
+    timed("renamed, the first one of the old name each time", [&](unsigned i) {
+        if (i == 0) createAll();
+        movRoot.GetParagraph("one")->SetName(Numbered(i / 10));
+    });
+    EXPECT_EQ(movRoot.RemoveParagraphsWithName(Numbered(7)), 10);
+    timed("inserted in the middle", [&](unsigned i) {
+        if (i < count / 2) movRoot.CreateParagraph(Numbered(i));
+        if (i >= count / 2) movRoot.CreateParagraphBefore(*movRoot.GetParagraph(Numbered(9)), "one");
+    });
+    EXPECT_EQ(movRoot.RemoveParagraphsWithName("one"), static_cast<int>(count / 2));
+    timed("attributes", [&](unsigned i) {
+        movRoot.SetAttributeAsBool(Numbered(i), true);
+        EXPECT_EQ(movRoot.RemoveAttribute(Numbered(i / 2)), i % 2 == 0);
+    });
+}
+
+TEST_F(ConcreteParagraph, DeepTreesTakeNoMoreOfTheStack)
+{
+    LCParagraph * deepest = &movRoot;
+    for (int i = 0; i < 300000; ++i) deepest = deepest->CreateParagraph("level");
+    deepest->SetValueAsString("bottom", true);
+    LHCParagraph copy(movFind);
+    movRoot.CopyToParagraph(copy);
+    ASSERT_TRUE(movRoot.RemoveParagraph(*movRoot.GetParagraph("level")));
+    LCParagraph * at = &copy;
+    while (LCParagraph * const next = at->GetParagraph("level")) at = next;
+    EXPECT_EQ(at->GetValueAsString(""), "bottom");
+}
+
+TEST_F(ConcreteParagraph, TakesAtMost250BytesForAParameterAndUsesRoomAgain)
+{
+    constexpr std::size_t count = 1000000;
+    auto const fill = [&] {
+        for (std::size_t part = 0; part < count / 10; ++part) {
+            LCParagraph & parent = *movRoot.CreateParagraph("part");
+            for (unsigned i = 0; i < 10; ++i) parent.SetParameterAsDouble(Numbered(i), i * 0.5, -1);
+        }
+    };
+    std::size_t const before = AllocatedBytes();
+    fill();
+    EXPECT_LE(AllocatedBytes() - before, 250 * (count + count / 10));
+
+    EXPECT_GT(movRoot.RemoveParagraphsWithName("part"), 0);
+    movRoot.CreateParagraph("keeps the pages");
+    fill();
+    std::size_t const full = AllocatedBytes();
+    for (int round = 0; round < 3; ++round) {
+        movRoot.RemoveParagraphsWithName("part");
+        fill();
+    }
+    EXPECT_LT(AllocatedBytes() - full, 5 * count);
+}
+
+}  // namespace
