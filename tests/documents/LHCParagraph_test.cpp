@@ -147,15 +147,15 @@ TEST_F(ConcreteParagraph, CopiesIntoOtherTreesAndIntoItself)
 
     LHCParagraph other(movFind, "other");
     other.SetValueAsString("goes", true);
-    other.SetAttributeAsString("b", "stays");
+    other.SetAttributeAsString("A", "stays");
     other.CreateParagraph("x");
     movRoot.CopyToParagraph(other);
-    EXPECT_EQ(Text(other), "other={@b=stays @a=1 x= x=value y={z=}}");
+    EXPECT_EQ(Text(other), "other={@A=stays @a=1 x= x=value y={z=}}");
 
     movRoot.CopyToParagraph(below);
     EXPECT_EQ(Text(movRoot), "root={@a=1 x=value y={z={@a=1 x=value y={z=}}}}");
     other.CopyToParagraph(other);
-    EXPECT_EQ(Text(other), "other={@b=stays @a=1 x= x=value y={z=} x= x=value y={z=}}");
+    EXPECT_EQ(Text(other), "other={@A=stays @a=1 x= x=value y={z=} x= x=value y={z=}}");
 }
 
 /// A paragraph of an application, with an attribute that stays.
