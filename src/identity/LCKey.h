@@ -37,6 +37,7 @@ public:
     virtual bool IsEmpty() const = 0;
 };
 
+/// An ID.
 class QRTCL_API LCKeyID : public LCKey {
 public:
     LCKeyID() = default;
@@ -55,6 +56,7 @@ public:
     LCString ID;
 };
 
+/// A GUID.
 class QRTCL_API LCKeyGUID : public LCKey {
 public:
     /// Empty: unlike a default LCGUID, this generates nothing.
@@ -79,7 +81,7 @@ public:
     LCGUID GUID = LCGUID::EmptyGUID();
 };
 
-/// Compares by `GUID` alone, as an LCKeyGUID.
+/// A GUID and a revision. Compares by `GUID` alone, as an LCKeyGUID.
 class QRTCL_API LCKeyGUIDRev : public LCKeyGUID {
 public:
     LCKeyGUIDRev() = default;
@@ -97,6 +99,7 @@ public:
     int MinorRev = -1;
 };
 
+/// An ID within another one, which is compared first.
 class QRTCL_API LCKey2ID : public LCKeyID {
 public:
     LCKey2ID() = default;
@@ -117,6 +120,7 @@ public:
     LCString FirstID;
 };
 
+/// An ID of a kind, which is compared first.
 class QRTCL_API LCKeyKindID : public LCKeyID {
 public:
     /// The order of the upper-case forms, by `Kind`, then by `ID`.
@@ -207,6 +211,7 @@ public:
     int MinorRev = -1;
 };
 
+/// An ID within another one, and a revision.
 class QRTCL_API LCKey2IDRev : public LCKeyID {
 public:
     // They name the classes that the other keys have, and compare nothing.
@@ -245,8 +250,8 @@ public:
     int MinorRev = -1;
 };
 
-/// What an LCKeyIDRev does without regard to case, this one inherits: `Kind` plays no part in it and keeps
-/// its case, and `UpperCase` and `LowerCase` give a plain LCKeyIDRev.
+/// An ID of a kind, and a revision. What an LCKeyIDRev does without regard to case, this one inherits: `Kind`
+/// plays no part in it and keeps its case, and `UpperCase` and `LowerCase` give a plain LCKeyIDRev.
 class QRTCL_API LCKeyKindIDRev : public LCKeyIDRev {
 public:
     LCKeyKindIDRev() = default;
@@ -272,7 +277,7 @@ public:
     LCString Kind;
 };
 
-/// Compares by `ID` alone, as an LCKeyID.
+/// An ID, a revision and an index. Compares by `ID` alone, as an LCKeyID.
 class QRTCL_API LCKeyIDIndexRev : public LCKeyID {
 public:
     // They name the classes that the other keys have, and compare nothing.
