@@ -7,6 +7,7 @@
 #include "collections/LCNumberLists.h"
 #include "collections/LCStringList.h"
 #include "colour/LCColor.h"
+#include "documents/LHCParagraph.h"
 #include "identity/LCGUID.h"
 #include "input/LCBarCode.h"
 #include "paragraph/TestParagraph.h"
@@ -31,7 +32,7 @@ constexpr auto onlyABoolIsAFlag = []<typename... Call>(Call...) {
         CALL(GetParameterAttributeAsBool("name", "attr", flag)),                                             \
         CALL(GetParagraphsWithName("name", std::declval<LCParagraphList &>(), flag)),                        \
         CALL(GetParagraphWithNameAndAttributeAsBool("name", "attr", flag))
-static_assert(onlyABoolIsAFlag<LCParagraph>(ALL_CALLS) && onlyABoolIsAFlag<TestParagraph>(ALL_CALLS));
+static_assert(onlyABoolIsAFlag<LCParagraph>(ALL_CALLS) && onlyABoolIsAFlag<LHCParagraph>(ALL_CALLS));
 
 /// What a getter gives for a default, or what it makes of a list that holds something.
 template <typename Value, typename Get> Value Read(Value value, Get get)

@@ -18,8 +18,6 @@ public:
     explicit TestParagraph(bool & findExisting, Arg name = "") : LCParagraph(findExisting), movName(name) {}
 
     using LCParagraph::CleanEnd;
-    using LCParagraph::GetParagraphsWithName;
-    using LCParagraph::SetValueAsString;
 
     /// The whole tree: name, "=" and value, then attributes and children between braces.
     LCString Text() const
