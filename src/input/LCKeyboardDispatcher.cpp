@@ -2,54 +2,50 @@
 
 #include <utility>
 
+namespace {
+
+/// Fires the event with a handled flag behind the arguments, and gives the flag.
+template <typename Event, typename... Args> bool IsHandled(Event & event, Args &... args)
+{
+    bool handled = false;
+    event(args..., handled);
+    return handled;
+}
+
+}  // namespace
+
 void LCKeyboardDispatcher::LCHandler::Register() { Instance().PushHandler(*this); }
 void LCKeyboardDispatcher::LCHandler::Unregister() { Instance().PopHandler(); }
 
 bool LCKeyboardDispatcher::LCHandler::DoKeyDown(unsigned short & key, bool a, bool b, bool c)
 {
-    bool handled = false;
-    OnKeyDown(key, a, b, c, handled);
-    return handled;
+    return IsHandled(OnKeyDown, key, a, b, c);
 }
 
 bool LCKeyboardDispatcher::LCHandler::DoKeyUp(unsigned short & key, bool a, bool b, bool c)
 {
-    bool handled = false;
-    OnKeyUp(key, a, b, c, handled);
-    return handled;
+    return IsHandled(OnKeyUp, key, a, b, c);
 }
 
-bool LCKeyboardDispatcher::LCHandler::DoKeyPress(char & ch)
-{
-    bool handled = false;
-    OnKeyPress(ch, handled);
-    return handled;
-}
+bool LCKeyboardDispatcher::LCHandler::DoKeyPress(char & ch) { return IsHandled(OnKeyPress, ch); }
 
 bool LCKeyboardDispatcher::DoKeyDown(unsigned short & key, bool a, bool b, bool c)
 {
-    bool handled = false;
-    OnKeyDown(key, handled);
-    if (handled) return true;
+    if (IsHandled(OnKeyDown, key)) return true;
     LCHandler * const handler = GetCurrentHandler();
     return handler != nullptr && handler->DoKeyDown(key, a, b, c);
 }
 
 bool LCKeyboardDispatcher::DoKeyUp(unsigned short & key, bool a, bool b, bool c)
 {
-    bool handled = false;
-    OnKeyUp(key, handled);
-    if (handled) return true;
+    if (IsHandled(OnKeyUp, key)) return true;
     LCHandler * const handler = GetCurrentHandler();
     return handler != nullptr && handler->DoKeyUp(key, a, b, c);
 }
 
 bool LCKeyboardDispatcher::DoKeyPress(char & ch)
 {
-    if (DoKeyHandleCode(ch)) return true;
-    bool handled = false;
-    OnKeyPress(ch, handled);
-    if (handled) return true;
+    if (DoKeyHandleCode(ch) || IsHandled(OnKeyPress, ch)) return true;
     LCHandler * const handler = GetCurrentHandler();
     return handler != nullptr && handler->DoKeyPress(ch);
 }
