@@ -54,8 +54,8 @@ private:
 /// The event of every arity: the list of the delegates it calls, none of which it owns.
 ///
 /// Receivers are called in the order of their subscription, on the thread that fires; an event has no lock.
-/// They may hook and unhook anything while it fires, but not destroy it, assign to it or change the list by
-/// the list's own operations.
+/// They may hook and unhook anything while it fires, and destroy it, which ends the firing; but not assign to
+/// it or change the list by the list's own operations.
 ///
 /// A copy calls the same receivers and goes its own way from there.
 template <typename Base, template <typename, typename...> typename Bound, typename... Args>
@@ -123,7 +123,10 @@ public:
         movToRemove = other.movToRemove;
         return *this;
     }
-    virtual ~Event() = default;
+    virtual ~Event()
+    {
+        if (mopGone != nullptr) *mopGone = true;
+    }
 
     /// Hooks the handler behind those already there. At rest, one that is there stays as it is. While firing,
     /// the handler is called from the next firing on, and one that is there already will be called twice.
@@ -156,11 +159,12 @@ public:
     void operator()(Args... args)
     {
         if (this->empty()) return;
-        if (mbvInside) {
-            CallAll(args...);
+        if (mopGone != nullptr) {
+            CallAll(*mopGone, args...);
         } else {
-            Firing const firing(*this);
-            CallAll(args...);
+            bool gone = false;
+            Firing const firing(*this, gone);
+            CallAll(gone, args...);
         }
     }
 
@@ -168,9 +172,9 @@ private:
     /// From the start of the outermost firing to its end, by return or by exception.
     class Firing {
     public:
-        explicit Firing(Event & event) : movEvent(event)
+        Firing(Event & event, bool & gone) : movEvent(event), mbvGone(gone)
         {
-            movEvent.mbvInside = true;
+            movEvent.mopGone = &gone;
             movEvent.mbvFiring = true;
             if (movEvent.HasPending()) [[unlikely]]
                 movEvent.DropPending();
@@ -179,21 +183,25 @@ private:
         Firing & operator=(Firing const &) = delete;
         ~Firing()
         {
+            if (mbvGone) return;
             if (movEvent.HasPending()) [[unlikely]]
                 movEvent.ApplyPending();
             movEvent.mbvFiring = false;
-            movEvent.mbvInside = false;
+            movEvent.mopGone = nullptr;
         }
 
     private:
         Event & movEvent;
+        bool const & mbvGone;
     };
 
-    void CallAll(std::remove_reference_t<Args> &... args)
+    void CallAll(bool const & gone, std::remove_reference_t<Args> &... args)
     {
         for (Base * const delegate : *this) {
             if (delegate == nullptr || (!movToRemove.empty() && IsToRemove(delegate))) continue;
             (*delegate)(args...);
+            if (gone) [[unlikely]]
+                return;
         }
     }
     bool IsToRemove(Base const * delegate) const
@@ -216,8 +224,8 @@ private:
     bool mbvFiring = false;
     std::list<Base *> movToAdd;
     std::list<Base *> movToRemove;
-    /// This very object is firing. Unlike the flag, never copied.
-    bool mbvInside = false;
+    /// Where this very object, which is firing, tells that it is destroyed. Unlike the flag, never copied.
+    bool * mopGone = nullptr;
 };
 
 }  // namespace qrtcl

@@ -149,6 +149,31 @@ TEST(Event, ReferencesAreSharedAndValuesAreEachReceiversOwn)
               "a text too long for a short string1a text too long for a short string23");
 }
 
+// What closes a window in a tick destroys the event that fires, also when firings are nested.
+TEST(Event, AReceiverMayDestroyTheEventThatCallsIt)
+{
+    struct Receiver {
+        void OnEvent(int & depth)
+        {
+            ++calls;
+            if (--depth > 0) (*event)(depth);
+            event.reset();
+        }
+        std::unique_ptr<LCEvent1Param<int &>> event = std::make_unique<LCEvent1Param<int &>>();
+        int calls = 0;
+    };
+    for (int const depth : {1, 3}) {
+        Receiver receiver;
+        LCEvent1Param<int &>::LCHandler first(receiver, &Receiver::OnEvent),
+            second(receiver, &Receiver::OnEvent);
+        *receiver.event << first;
+        *receiver.event << second;
+        int left = depth;
+        (*receiver.event)(left);
+        EXPECT_EQ(receiver.calls, depth);
+    }
+}
+
 TEST(Event, AHookIsHookedForAsLongAsItLivesAndCallsAreFreeOfAllocations)
 {
     Probe probe;
