@@ -4,6 +4,8 @@
 
 #include "colour/LCDXFColor.h"
 #include "foundation/LCDebugMessage.h"
+#include "concurrency/LCTimer.h"
+#include "concurrency/detail/TimerTable.h"
 #include "input/LCBarCode.h"
 #include "input/LCKeyboardDispatcher.h"
 #include "time/LCDateTime.h"
@@ -54,6 +56,8 @@ LCDebugMessage covDebugMessage QRTCL_AT_LOAD;
 // 5. The keyboard dispatcher.
 LCKeyboardDispatcher LCKeyboardDispatcher::movInstance QRTCL_AT_LOAD;
 
-// 6. The timer table.
+// 6. The table of running timers.
+qrtcl::TimerTable LCTimer::movTimers QRTCL_AT_LOAD;
 
 // 7. Its lock.
+LCRWCriticalSection LCTimer::movCS QRTCL_AT_LOAD;

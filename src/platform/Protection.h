@@ -91,4 +91,7 @@ inline std::uint64_t ThreadNumber() noexcept
     return cotProtection.number;
 }
 
+/// Has the calling thread call the function at its end, forced or not.
+void AtThreadEnd(void (*function)(void *), void * argument) noexcept;
+
 }  // namespace qrtcl::platform
