@@ -3,9 +3,9 @@
 // statically.
 
 #include "colour/LCDXFColor.h"
-#include "foundation/LCDebugMessage.h"
 #include "concurrency/LCTimer.h"
 #include "concurrency/detail/TimerTable.h"
+#include "foundation/LCDebugMessage.h"
 #include "input/LCBarCode.h"
 #include "input/LCKeyboardDispatcher.h"
 #include "time/LCDateTime.h"

@@ -241,10 +241,7 @@ TEST(StringList, ContainsAllOfAnother)
 {
     auto const list = Make<LCStringList>({"a", "B"});
     auto const set = Make<LCStringSet>({"a", "B"});
-    struct {
-        Texts other;
-        bool exact, ignoringCase;
-    } const rows[] = {
+    struct { Texts other; bool exact, ignoringCase; } const rows[] = {
         {{}, true, true}, {{"B", "a"}, true, true}, {{"a", "b"}, false, true}, {{"a", "c"}, false, false}};
     for (auto const & row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.other));

@@ -16,22 +16,13 @@ constexpr int Int(unsigned int bits) { return static_cast<int>(bits); }
 
 TEST(Color, EveryConstructorFillsTheFieldsItNames)
 {
-    struct {
-        LCColor colour;
-        std::array<int, 5> fields;
-    } const rows[] = {
-        {LCColor(), {31, 255, 255, 255, 255}},
-        {LCColor(Int(0x80FF7F01), 0), {128, 255, 127, 1, 0}},
-        {LCColor(1, 2, 3), {0, 1, 2, 3, 255}},
-        {LCColor(1, 2, 3, 4, 5), {1, 2, 3, 4, 5}},
-        {LCColor(300, 256, -1), {0, 44, 0, 255, 255}},
-        {LCRGBColor(), {0, 0, 0, 0, 255}},
-        {LCRGBColor(1, 2, 3), {0, 1, 2, 3, 255}},
-        {LCBGRColor(), {0, 0, 0, 0, 255}},
-        {LCBGRColor(Int(0xFE020304), 5), {254, 4, 3, 2, 5}},
-        {LCBGRColor(Int(0xFF00000F), 255), {255, 0, 0, 15, 255}},
-        {LCBGRColor(3, 2, 1), {0, 1, 2, 3, 255}},
-        {LCBGRColor(3, 2, 1, 4), {0, 1, 2, 3, 4}},
+    struct { LCColor colour; std::array<int, 5> fields; } const rows[] = {
+        {LCColor(), {31, 255, 255, 255, 255}}, {LCColor(Int(0x80FF7F01), 0), {128, 255, 127, 1, 0}},
+        {LCColor(1, 2, 3), {0, 1, 2, 3, 255}}, {LCColor(1, 2, 3, 4, 5), {1, 2, 3, 4, 5}},
+        {LCColor(300, 256, -1), {0, 44, 0, 255, 255}}, {LCRGBColor(), {0, 0, 0, 0, 255}},
+        {LCRGBColor(1, 2, 3), {0, 1, 2, 3, 255}}, {LCBGRColor(), {0, 0, 0, 0, 255}},
+        {LCBGRColor(Int(0xFE020304), 5), {254, 4, 3, 2, 5}}, {LCBGRColor(Int(0xFF00000F), 255), {255, 0, 0, 15, 255}},
+        {LCBGRColor(3, 2, 1), {0, 1, 2, 3, 255}}, {LCBGRColor(3, 2, 1, 4), {0, 1, 2, 3, 4}},
         {LCBGRColor(9, 3, 2, 1, 4), {9, 1, 2, 3, 4}},
     };
     for (auto const & [c, fields] : rows) {
@@ -65,17 +56,10 @@ TEST(Color, OrderIsByTypeThenRedGreenBlueAlpha)
 
 TEST(Color, BrightnessCutsTowardZeroAndStopsAt255)
 {
-    struct {
-        LCColor before;
-        double factor;
-        LCColor after;
-    } const rows[] = {
-        {LCColor(100, 200, 255, 9), 2.0, LCColor(200, 255, 255, 9)},
-        {LCColor(101, 255, 1), 0.5, LCColor(50, 127, 0)},
-        {LCColor(), 0.5, LCColor(31, 127, 127, 127, 255)},
-        {LCColor(1, 2, 3), -1.0, LCColor(255, 254, 253)},
-        {LCColor(1, 2, 3), -HUGE_VAL, LCColor(0, 0, 0)},
-        {LCColor(1, 0, 3), HUGE_VAL, LCColor(255, 0, 255)},
+    struct { LCColor before; double factor; LCColor after; } const rows[] = {
+        {LCColor(100, 200, 255, 9), 2.0, LCColor(200, 255, 255, 9)}, {LCColor(101, 255, 1), 0.5, LCColor(50, 127, 0)},
+        {LCColor(), 0.5, LCColor(31, 127, 127, 127, 255)}, {LCColor(1, 2, 3), -1.0, LCColor(255, 254, 253)},
+        {LCColor(1, 2, 3), -HUGE_VAL, LCColor(0, 0, 0)}, {LCColor(1, 0, 3), HUGE_VAL, LCColor(255, 0, 255)},
         {LCColor(255, 0, 0, 15, 255), 2.0, LCColor(255, 0, 0, 15, 255)},
     };
     for (auto const & row : rows) {

@@ -65,10 +65,7 @@ struct Real {
     void Fire(std::function<void(int)> const & called) { call = &called, now(); }
 };
 
-struct Action {
-    char kind;
-    int target;
-};
+struct Action { char kind; int target; };
 
 /// Does the `outer` actions one by one, and the `inner` ones, two at each call of a receiver; gives all
 /// calls.

@@ -82,10 +82,7 @@ TEST(RWCriticalSection, TimeOutsLastAsLongAsTheySay)
     LCRWCriticalSection read, written;
     read.LockReader(0);
     written.LockWriter(0);
-    struct {
-        char const * name;
-        std::function<bool()> wait;
-    } const rows[] = {
+    struct { char const * name; std::function<bool()> wait; } const rows[] = {
         {"a reader behind a writer", [&] { return written.LockReader(20); }},
         {"a writer behind a writer", [&] { return written.LockWriter(20); }},
         {"a writer behind a reader", [&] { return read.LockWriter(20); }},

@@ -192,16 +192,11 @@ TEST(Timer, AReceiverMayStopRestartAndDestroyTimers)
     int ticks = 0;
     std::unique_ptr<Ticker> other;
     Ticker ticker([&] {}, 10);
-    struct {
-        char const * name;
-        std::function<void()> act;
-        int ticks;
-    } const rows[] = {
+    struct { char const * name; std::function<void()> act; int ticks; } const rows[] = {
         {"stops", [&] { ticker.timer->Stop(); }, 1},
         {"stops and starts", [&] { ticker.timer->Stop(), ticker.timer->Start(); }, 3},
         {"changes the interval", [&] { ticker.timer->SetInterval(20); }, 2},
-        {"destroys the other", [&] { other.reset(); }, 3},
-        {"destroys itself", [&] { ticker.timer.reset(); }, 1},
+        {"destroys the other", [&] { other.reset(); }, 3}, {"destroys itself", [&] { ticker.timer.reset(); }, 1},
     };
     for (auto const & row : rows) {
         SCOPED_TRACE(row.name);

@@ -70,18 +70,10 @@ TEST(Document, IsStoredInThisForm)
 
 TEST(Document, EscapesWhatXmlCantHold)
 {
-    struct {
-        std::string text, name, value;
-    } const rows[] = {
-        {"", "_x_", ""},
-        {"_x_", "_x005F_x_", "_x_"},
-        {"a:b", "a_x003A_b", "a:b"},
-        {"-1", "_x002D_1", "-1"},
-        {"xmlns", "_x0078_mlns", "xmlns"},
-        {"XMLish", "_x0058_MLish", "XMLish"},
-        {"_value", "_value", "_value"},
-        {"_x0041_", "_x005F_x0041_", "_x005F_x0041_"},
-        {"_x0041:", "_x005F_x0041_x003A_", "_x005F_x0041:"},
+    struct { std::string text, name, value; } const rows[] = {
+        {"", "_x_", ""}, {"_x_", "_x005F_x_", "_x_"}, {"a:b", "a_x003A_b", "a:b"}, {"-1", "_x002D_1", "-1"},
+        {"xmlns", "_x0078_mlns", "xmlns"}, {"XMLish", "_x0058_MLish", "XMLish"}, {"_value", "_value", "_value"},
+        {"_x0041_", "_x005F_x0041_", "_x005F_x0041_"}, {"_x0041:", "_x005F_x0041_x003A_", "_x005F_x0041:"},
         {"\x01", "_x0001_", "_x0001_"},
         {"\xC3\xA4", "_x00C3__x00A4_", "\xC3\xA4"},  // a letter
         {"\xC3", "_x00C3_", "_x00C3_"},              // half a letter
@@ -139,9 +131,7 @@ TEST(Document, GivesEveryByteBack)
 // What others write is read as it is meant; the second text is what we make of it.
 TEST(Document, ReadsFilesOfOtherHands)
 {
-    struct {
-        std::string xml, stored;
-    } const rows[] = {
+    struct { std::string xml, stored; } const rows[] = {
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?><a/>", "<a/>"},
         {"<!-- c --><a><!-- c --><?pi?><b/></a><!-- c -->", "<a>\n  <b/>\n</a>"},
         {"<a>\n  one\n  <b/>\n\t\n  <c/> two\n</a>",
@@ -218,10 +208,7 @@ TEST(Document, TheExpectedStrictnessIsThatOfXmllint)
 
 TEST(Document, ErrorsSayWhatAndWhere)
 {
-    struct {
-        std::string xml;
-        char const * text;
-    } const rows[] = {
+    struct { std::string xml; char const * text; } const rows[] = {
         {"<a>\n  <b>\n</a>", "line 3, column 5: the element b ends as a"},
         {"<a>\n&x;</a>", "line 2, column 4: Entity 'x' not defined"},
         {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "line 1, column 13: a document type is not accepted"},
@@ -474,8 +461,7 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
     std::pair<std::string, std::function<bool()>> const rows[] = {
         {"Saving " + path.str(), [&] { return document.SaveToFile(path); }},
         {"Loading " + path.str(), [&] { return document.LoadFromFile(path); }},
-        {"Saving", [&] { return document.SaveToText(xml); }},
-        {"Loading", [&] { return document.LoadFromText(xml); }},
+        {"Saving", [&] { return document.SaveToText(xml); }}, {"Loading", [&] { return document.LoadFromText(xml); }},
     };
     for (auto const & [what, run] : rows) {
         Observer observer;

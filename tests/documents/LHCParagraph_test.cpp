@@ -33,11 +33,7 @@ LCString Text(LHCParagraph & paragraph)
 // A plain list of children says what every search must find, whatever was created, renamed and removed.
 TEST_F(ConcreteParagraph, SearchesFindWhatAPlainListFinds)
 {
-    struct Child {
-        LCParagraph * paragraph;
-        LCString name;
-        unsigned id;
-    };
+    struct Child { LCParagraph * paragraph; LCString name; unsigned id; };
     for (unsigned const names : {1u, 3u, 60u}) {
         std::mt19937 random(names);
         std::vector<Child> model;

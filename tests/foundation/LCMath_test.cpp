@@ -10,13 +10,10 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Math, TheComparisonsAreNotClosedAtTheSameEnd)
 {
-    struct {
-        double a, b, tol;
-        bool equal, orGreater, orLess;
-    } const rows[] = {
-        {1.0, 1.5, 0.5, true, false, true},   {2.0, 1.5, 0.5, true, true, false},
-        {1.0, 1.0, 0.0, true, false, false},  {1.0, 1.25, 0.5, true, true, true},
-        {0.0, 1.5, 0.5, false, false, true},  {3.0, 1.5, 0.5, false, true, false},
+    struct { double a, b, tol; bool equal, orGreater, orLess; } const rows[] = {
+        {1.0, 1.5, 0.5, true, false, true}, {2.0, 1.5, 0.5, true, true, false},
+        {1.0, 1.0, 0.0, true, false, false}, {1.0, 1.25, 0.5, true, true, true},
+        {0.0, 1.5, 0.5, false, false, true}, {3.0, 1.5, 0.5, false, true, false},
         {nan, 1.0, 0.5, false, false, false}, {1.0, nan, 0.5, false, false, false},
     };
     for (auto const & [a, b, tol, equal, orGreater, orLess] : rows) {
@@ -50,28 +47,11 @@ TEST(Math, DivisionByAlmostNothingThrows)
 
 TEST(Math, RoundsByTheOneDigitBehindTheLast)
 {
-    struct {
-        double v;
-        int decimals;
-        double expected;
-    } const rows[] = {
-        {1.2349, 2, 1.23},
-        {1.235, 2, 1.24},
-        {-1.235, 2, -1.24},
-        {2.5, 0, 3.0},
-        {-2.5, 0, -3.0},
-        {1.005, 2, 1.0},
-        {1.9999, 3, 2.0},
-        {-0.0004, 3, -0.0},
-        {1234.0, -2, 1200.0},
-        {0.0, 5, 0.0},
-        {1e300, 2, 1e300},
-        {9.3e17, 0, 9.3e17},
-        {1.5, 400, 1.5},
-        {1.5, -400, 0.0},
-        {HUGE_VAL, 1, HUGE_VAL},
-        {2.0, std::numeric_limits<int>::max(), 2.0},
-        {2.0, std::numeric_limits<int>::min(), 0.0},
+    struct { double v; int decimals; double expected; } const rows[] = {
+        {1.2349, 2, 1.23}, {1.235, 2, 1.24}, {-1.235, 2, -1.24}, {2.5, 0, 3.0}, {-2.5, 0, -3.0}, {1.005, 2, 1.0},
+        {1.9999, 3, 2.0}, {-0.0004, 3, -0.0}, {1234.0, -2, 1200.0}, {0.0, 5, 0.0}, {1e300, 2, 1e300},
+        {9.3e17, 0, 9.3e17}, {1.5, 400, 1.5}, {1.5, -400, 0.0}, {HUGE_VAL, 1, HUGE_VAL},
+        {2.0, std::numeric_limits<int>::max(), 2.0}, {2.0, std::numeric_limits<int>::min(), 0.0},
     };
     for (auto const & row : rows) {
         double const rounded = LCMath::RoundToDec(row.v, row.decimals);

@@ -73,14 +73,9 @@ TEST(String, EveryNativeIntegerGivesItsDecimalDigits)
     EXPECT_EQ(LCString(std::numeric_limits<long long>::min()), "-9223372036854775808");
     EXPECT_EQ(LCString(std::numeric_limits<LCUInt64>::max()), "18446744073709551615");
 
-    struct {
-        int v, width;
-        char fill;
-        bool hex;
-        char const * expected;
-    } const rows[] = {
-        {255, 0, ' ', true, "ff"},     {255, 6, '0', true, "0000ff"}, {-1, 0, ' ', true, "ffffffff"},
-        {-255, 0, ' ', false, "-255"}, {-5, 4, '0', false, "00-5"},   {12345, 3, '0', false, "12345"},
+    struct { int v, width; char fill; bool hex; char const * expected; } const rows[] = {
+        {255, 0, ' ', true, "ff"}, {255, 6, '0', true, "0000ff"}, {-1, 0, ' ', true, "ffffffff"},
+        {-255, 0, ' ', false, "-255"}, {-5, 4, '0', false, "00-5"}, {12345, 3, '0', false, "12345"},
         {5, -3, '#', false, "5"},
     };
     for (auto const & row : rows) EXPECT_EQ(LCString(row.v, row.width, row.fill, row.hex), row.expected);
@@ -89,30 +84,12 @@ TEST(String, EveryNativeIntegerGivesItsDecimalDigits)
 
 TEST(String, DoublesInTheirStoredForms)
 {
-    struct {
-        double v;
-        int precision;
-        bool trim;
-        char const * expected;
-    } const rows[] = {
-        {0.0, -1, false, "0"},
-        {-0.0, -1, false, "-0"},
-        {123.5, -1, false, "123.5"},
-        {1e15, -1, true, "1000000000000000"},
-        {1.0 / 3.0, -1, false, "0.333333333333"},
-        {-1e-13, -1, false, "-0"},
-        {0.1, -1, false, "0.1"},
-        {100.0, -1, false, "100"},
-        {3.14159, 2, false, "3.14"},
-        {3.10, 2, true, "3.1"},
-        {3.0, 2, true, "3"},
-        {3.0, 2, false, "3.00"},
-        {120.0, 0, true, "120"},
-        {0.0, 0, true, "0"},
-        {2.5, 0, false, "2"},
-        {0.5, 0, false, "0"},
-        {1.5, 0, false, "2"},
-        {HUGE_VAL, -1, false, "inf"},
+    struct { double v; int precision; bool trim; char const * expected; } const rows[] = {
+        {0.0, -1, false, "0"}, {-0.0, -1, false, "-0"}, {123.5, -1, false, "123.5"},
+        {1e15, -1, true, "1000000000000000"}, {1.0 / 3.0, -1, false, "0.333333333333"}, {-1e-13, -1, false, "-0"},
+        {0.1, -1, false, "0.1"}, {100.0, -1, false, "100"}, {3.14159, 2, false, "3.14"}, {3.10, 2, true, "3.1"},
+        {3.0, 2, true, "3"}, {3.0, 2, false, "3.00"}, {120.0, 0, true, "120"}, {0.0, 0, true, "0"},
+        {2.5, 0, false, "2"}, {0.5, 0, false, "0"}, {1.5, 0, false, "2"}, {HUGE_VAL, -1, false, "inf"},
         {-HUGE_VAL, 2, true, "-inf"},
     };
     for (auto const & row : rows) EXPECT_EQ(LCString(row.v, row.precision, row.trim), row.expected) << row.v;
@@ -173,63 +150,12 @@ template <typename Value> void ExpectReadAsByTheStream(std::string const & text,
 TEST(String, NumbersAreReadAsTheStreamsReadThem)
 {
     std::vector<std::string> texts = {
-        "",
-        " ",
-        "\t\n\v\f\r ",
-        "42abc",
-        "12.7",
-        "1,5",
-        "\t5",
-        "1e3",
-        "ff",
-        "FF",
-        "0xff",
-        "0Xg",
-        "0x",
-        "00x5",
-        "0x0x5",
-        "x5",
-        "2147483647",
-        "2147483648",
-        "-2147483648",
-        "-2147483649",
-        "ffffffff",
-        "100000000",
-        "-1",
-        "-4294967295",
-        "-4294967296",
-        "4294967295",
-        "4294967296",
-        "99999999999999999999",
-        "-99999999999999999999",
-        "+5",
-        "+-5",
-        "-",
-        "+",
-        ".",
-        "-.",
-        "1e",
-        "1e+",
-        "1e5e3",
-        "1.2.3",
-        "e5",
-        ".5e1",
-        "5.",
-        "-.5",
-        "1e400",
-        "-1e400",
-        "1e-400",
-        "-1e-400",
-        "0e99999999999",
-        "1e99999999999999999999",
-        "1e-99999999999999999999",
-        "0x1p3",
-        "inf",
-        "nan",
-        "4.9e-324",
-        "2.4e-324",
-        "1.7976931348623159e308",
-        "1 2",
+        "", " ", "\t\n\v\f\r ", "42abc", "12.7", "1,5", "\t5", "1e3", "ff", "FF", "0xff", "0Xg", "0x", "00x5",
+        "0x0x5", "x5", "2147483647", "2147483648", "-2147483648", "-2147483649", "ffffffff", "100000000", "-1",
+        "-4294967295", "-4294967296", "4294967295", "4294967296", "99999999999999999999", "-99999999999999999999",
+        "+5", "+-5", "-", "+", ".", "-.", "1e", "1e+", "1e5e3", "1.2.3", "e5", ".5e1", "5.", "-.5", "1e400", "-1e400",
+        "1e-400", "-1e-400", "0e99999999999", "1e99999999999999999999", "1e-99999999999999999999", "0x1p3", "inf",
+        "nan", "4.9e-324", "2.4e-324", "1.7976931348623159e308", "1 2",
         "1\0002"s,
         "00000000000000000000007",
         "7fffffff",
@@ -281,12 +207,8 @@ TEST(String, DefaultsAnswerWhatCannotBeRead)
 
 TEST(String, CleansAndDigsOutNumbers)
 {
-    struct {
-        char const * text;
-        char const * expected;
-    } const rows[] = {
-        {"1.500", "1.5"},   {"1.000", "1"},     {"100", "100"}, {"0.0", "0"},
-        {"1.", "1"},        {".", ""},          {"", ""},       {".0", ""},
+    struct { char const * text; char const * expected; } const rows[] = {
+        {"1.500", "1.5"}, {"1.000", "1"}, {"100", "100"}, {"0.0", "0"}, {"1.", "1"}, {".", ""}, {"", ""}, {".0", ""},
         {"1.50  ", "1.50"}, {"100  ", "100  "}, {"1 .00", "1"}, {"1.0.0", "1.0"},
     };
     for (auto const & row : rows) {
@@ -295,17 +217,8 @@ TEST(String, CleansAndDigsOutNumbers)
         text.CleanDoubleString();
         EXPECT_EQ(text, row.expected) << row.text;
     }
-    struct {
-        char const * text;
-        double expected;
-    } const dug[] = {
-        {"12.5 mm", 12.5},
-        {"none", 0.0},
-        {"a-5b", -5.0},
-        {"+5", 5.0},
-        {"1 2", 1.0},
-        {"1,5", 1.0},
-        {"--5", 0.0},
+    struct { char const * text; double expected; } const dug[] = {
+        {"12.5 mm", 12.5}, {"none", 0.0}, {"a-5b", -5.0}, {"+5", 5.0}, {"1 2", 1.0}, {"1,5", 1.0}, {"--5", 0.0},
         {"\xB2"
          "3",
          3.0},
@@ -317,12 +230,9 @@ TEST(String, CleansAndDigsOutNumbers)
 TEST(String, FilesKeepTheirLinesButForLeadingEmptyOnes)
 {
     TemporaryFolder const folder;
-    struct {
-        std::string content;
-        std::string expected;
-    } const rows[] = {
+    struct { std::string content, expected; } const rows[] = {
         {"abc\n", "abc"}, {"\n\nabc", "abc"}, {"abc\n\ndef", "abc\n\ndef"}, {"abc\n\n", "abc\n"},
-        {"", ""},         {"\n\n\n", ""},     {"a\0b\r\n"s, "a\0b\r"s},
+        {"", ""}, {"\n\n\n", ""}, {"a\0b\r\n"s, "a\0b\r"s},
     };
     for (auto const & row : rows) {
         LCString text("before");
@@ -353,12 +263,8 @@ TEST(String, OrderIsThatOfUnsignedBytesAndFoldedOrderThatOfUpperCase)
     EXPECT_TRUE(LCString("abc").NEqCI("abcd"));
     EXPECT_FALSE(LCString("\xC4").EqCI("\xE4"));
     LCString::LCCompareCI const less;
-    struct {
-        char const * a;
-        char const * b;
-        bool expected;
-    } const rows[] = {
-        {"B", "_", true},  {"b", "_", true},  {"a", "A", false},   {"A", "a", false},
+    struct { char const * a; char const * b; bool expected; } const rows[] = {
+        {"B", "_", true}, {"b", "_", true}, {"a", "A", false}, {"A", "a", false},
         {"a", "ab", true}, {"B", "a", false}, {"z", "\x80", true},
     };
     for (auto const & row : rows) EXPECT_EQ(less(row.a, row.b), row.expected) << row.a << " < " << row.b;
@@ -366,19 +272,9 @@ TEST(String, OrderIsThatOfUnsignedBytesAndFoldedOrderThatOfUpperCase)
 
 TEST(String, JoinsPathsWithOneBackslash)
 {
-    struct {
-        char const * left;
-        char const * right;
-        char const * expected;
-    } const rows[] = {
-        {"C:\\a", "b", "C:\\a\\b"},
-        {"C:\\a\\", "b", "C:\\a\\b"},
-        {"C:\\a", "\\b", "C:\\a\\b"},
-        {"C:\\a\\", "\\b", "C:\\a\\b"},
-        {"", "b", "b"},
-        {"a", "", "a"},
-        {"a/", "b", "a/\\b"},
-        {"\\", "\\", "\\"},
+    struct { char const * left; char const * right; char const * expected; } const rows[] = {
+        {"C:\\a", "b", "C:\\a\\b"}, {"C:\\a\\", "b", "C:\\a\\b"}, {"C:\\a", "\\b", "C:\\a\\b"},
+        {"C:\\a\\", "\\b", "C:\\a\\b"}, {"", "b", "b"}, {"a", "", "a"}, {"a/", "b", "a/\\b"}, {"\\", "\\", "\\"},
     };
     for (auto const & row : rows) EXPECT_EQ(LCString(row.left) & row.right, row.expected);
     LCString self("a");
@@ -389,16 +285,8 @@ TEST(String, JoinsPathsWithOneBackslash)
 
 TEST(String, TrimsBlanksOnly)
 {
-    struct {
-        char const * text;
-        char const * left;
-        char const * right;
-        char const * both;
-    } const rows[] = {
-        {"  a b  ", "a b  ", "  a b", "a b"},
-        {"   ", "", "", ""},
-        {"", "", "", ""},
-        {"\t a", "\t a", "\t a", "\t a"},
+    struct { char const * text; char const * left; char const * right; char const * both; } const rows[] = {
+        {"  a b  ", "a b  ", "  a b", "a b"}, {"   ", "", "", ""}, {"", "", "", ""}, {"\t a", "\t a", "\t a", "\t a"},
     };
     for (auto const & row : rows) {
         LCString left(row.text), right(row.text), both(row.text);
@@ -540,9 +428,9 @@ TEST(String, ReplacesWithoutSearchingWhatItPutIn)
         char const * exact;
         char const * folded;
     } const rows[] = {
-        {"aaa", "aa", "b", "ba", "ba"},     {"aba", "a", "aa", "aabaa", "aabaa"},
+        {"aaa", "aa", "b", "ba", "ba"}, {"aba", "a", "aa", "aabaa", "aabaa"},
         {"abBA", "b", "x", "axBA", "axxA"}, {"abc", "z", "y", "abc", "abc"},
-        {"abc", "", "y", "abc", "abc"},     {"xAx", "X", "", "xAx", "A"},
+        {"abc", "", "y", "abc", "abc"}, {"xAx", "X", "", "xAx", "A"},
     };
     for (auto const & row : rows) {
         EXPECT_EQ(LCString(row.text).Replace(row.from, row.to), row.exact);
@@ -572,18 +460,9 @@ bool MatchesSlowly(std::string_view subject, std::string_view pattern)
 
 TEST(String, WildcardsMatchAsByTheirDefinition)
 {
-    struct {
-        char const * subject;
-        char const * pattern;
-        int exact, folded;
-    } const rows[] = {
-        {"C:/dir/a.txt", "C:\\dir\\*.txt", 1, 1},
-        {"C:/dir/a.txt", "C:\\DIR\\*.TXT", 0, 1},
-        {"", "", 1, 1},
-        {"", "***", 1, 1},
-        {"", "?", 0, 0},
-        {"abc", "a?c", 1, 1},
-        {"a\\b", "A/?", 0, 1},
+    struct { char const * subject; char const * pattern; int exact, folded; } const rows[] = {
+        {"C:/dir/a.txt", "C:\\dir\\*.txt", 1, 1}, {"C:/dir/a.txt", "C:\\DIR\\*.TXT", 0, 1}, {"", "", 1, 1},
+        {"", "***", 1, 1}, {"", "?", 0, 0}, {"abc", "a?c", 1, 1}, {"a\\b", "A/?", 0, 1},
     };
     for (auto const & row : rows) {
         EXPECT_EQ(LCString(row.subject).CompareWildCards(row.pattern), row.exact) << row.subject;

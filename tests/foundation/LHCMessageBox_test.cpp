@@ -48,22 +48,15 @@ std::string OutcomeOf(Place place, unsigned int style, std::string const & typed
 
 TEST(MessageBox, ATerminalIsAskedAndElsewhereNothingWaitsAndTheAnswerIsNo)
 {
-    struct {
-        Place place;
-        unsigned int style;
-        std::string typed, asked;
-        int expected;
-    } const rows[] = {
+    struct { Place place; unsigned int style; std::string typed, asked; int expected; } const rows[] = {
         {Place::Terminal, question, "y\n", "Yes or no?", yes},
         {Place::Terminal, question, "YES\r", "Yes or no?", yes},
         {Place::Terminal, question, "\nyo\nyes\n", "Yes or no?", yes},
         {Place::Terminal, question, "\n\nNo\ny\n", "Yes or no?", no},
-        {Place::Terminal, question, "\x04", "Yes or no?", no},
-        {Place::Terminal, note, "\n", "Return", ok},
+        {Place::Terminal, question, "\x04", "Yes or no?", no}, {Place::Terminal, note, "\n", "Return", ok},
         {Place::Background, question, "y\n", "caption: text\n", no},
         {Place::Background, note, "", "caption: text\n", ok},
-        {Place::Service, question, "y\n", "caption: text\n", no},
-        {Place::Service, note, "", "caption: text\n", ok},
+        {Place::Service, question, "y\n", "caption: text\n", no}, {Place::Service, note, "", "caption: text\n", ok},
     };
     for (auto const & row : rows) {
         std::string const outcome = OutcomeOf(row.place, row.style, row.typed);

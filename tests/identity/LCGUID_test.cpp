@@ -44,12 +44,8 @@ public:
 
 TEST(GUID, TakesOffOneBraceAtEachEnd)
 {
-    struct {
-        char const * given;
-        char const * text;
-    } const rows[] = {
-        {"", ""},
-        {"{}", ""},
+    struct { char const * given; char const * text; } const rows[] = {
+        {"", ""}, {"{}", ""},
         {"{", ""},
         {"}", ""},
         {"abc", "abc"},

@@ -51,35 +51,18 @@ TEST(Key, IsNormalisedPrintedAndCloned)
 {
     LCGUID const guid("{AB-1}"), none = LCGUID::EmptyGUID();
     LCKeyIDRev const revision("i", 3, 4);
-    struct {
-        std::shared_ptr<LCKey> key;
-        char const * text;
-        bool empty;
-    } const rows[] = {
-        {New<LCKeyID>(), "", true},
-        {New<LCKeyID>(LCString(" ")), " ", false},
-        {New<LCKeyGUID>(), "", true},
-        {New<LCKeyGUID>(guid), "AB-1", false},
-        {New<LCKeyGUIDRev>(), "@-1.-1", true},
-        {New<LCKeyGUIDRev>(none, 3, 4), "@-1.-1", true},
-        {New<LCKeyGUIDRev>(guid, 3, -4), "AB-1@3.-4", false},
-        {New<LCKey2ID>(), "@", true},
-        {New<LCKey2ID>("f", "i"), "f@i", false},
-        {New<LCKey2ID>("f", ""), "f@", true},
-        {New<LCKey2ID>("", "i"), "@i", true},
-        {New<LCKey2IDRev>(), "@@-1.-1", true},
-        {New<LCKey2IDRev>("", "", 3, 4), "@@3.4", true},
-        {New<LCKey2IDRev>("f", revision), "f@i@3.4", false},
-        {New<LCKeyKindID>(), "@", true},
-        {New<LCKeyKindID>("k", "i"), "k@i", false},
-        {New<LCKeyKindID>("", "i"), "@i", true},
-        {New<LCKeyIDRev>(), "@-1.-1", true},
-        {New<LCKeyIDRev>("", 3, 4), "@-1.-1", true},
-        {New<LCKeyIDRev>("i", 3, -4), "i@3.-4", false},
-        {New<LCKeyKindIDRev>("k", "", 3, 4), "k@@-1.-1", true},
-        {New<LCKeyKindIDRev>("", "i", 3, 4), "@i@3.4", true},
-        {New<LCKeyKindIDRev>("k", revision), "k@i@3.4", false},
-        {New<LCKeyIDIndexRev>(), "@-1.-1@-1", true},
+    struct { std::shared_ptr<LCKey> key; char const * text; bool empty; } const rows[] = {
+        {New<LCKeyID>(), "", true}, {New<LCKeyID>(LCString(" ")), " ", false}, {New<LCKeyGUID>(), "", true},
+        {New<LCKeyGUID>(guid), "AB-1", false}, {New<LCKeyGUIDRev>(), "@-1.-1", true},
+        {New<LCKeyGUIDRev>(none, 3, 4), "@-1.-1", true}, {New<LCKeyGUIDRev>(guid, 3, -4), "AB-1@3.-4", false},
+        {New<LCKey2ID>(), "@", true}, {New<LCKey2ID>("f", "i"), "f@i", false}, {New<LCKey2ID>("f", ""), "f@", true},
+        {New<LCKey2ID>("", "i"), "@i", true}, {New<LCKey2IDRev>(), "@@-1.-1", true},
+        {New<LCKey2IDRev>("", "", 3, 4), "@@3.4", true}, {New<LCKey2IDRev>("f", revision), "f@i@3.4", false},
+        {New<LCKeyKindID>(), "@", true}, {New<LCKeyKindID>("k", "i"), "k@i", false},
+        {New<LCKeyKindID>("", "i"), "@i", true}, {New<LCKeyIDRev>(), "@-1.-1", true},
+        {New<LCKeyIDRev>("", 3, 4), "@-1.-1", true}, {New<LCKeyIDRev>("i", 3, -4), "i@3.-4", false},
+        {New<LCKeyKindIDRev>("k", "", 3, 4), "k@@-1.-1", true}, {New<LCKeyKindIDRev>("", "i", 3, 4), "@i@3.4", true},
+        {New<LCKeyKindIDRev>("k", revision), "k@i@3.4", false}, {New<LCKeyIDIndexRev>(), "@-1.-1@-1", true},
         {New<LCKeyIDIndexRev>("", 1, 2, 3), "@-1.-1@-1", true},
         {New<LCKeyIDIndexRev>("i", 1, 2, 3), "i@1.2@3", false},
     };

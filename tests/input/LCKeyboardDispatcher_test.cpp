@@ -61,16 +61,9 @@ protected:
 
 TEST_F(Keyboard, CodesAreToldFromTyping)
 {
-    struct {
-        bool hasPrefix;
-        double speed;
-        std::string keys, expected;
-    } const rows[] = {
-        {false, 3, "AB\r", "++(AB)+"},
-        {false, 3, "\r", "()+"},
-        {false, 3, "A>>>\r", "+(A)+"},
-        {false, 3, "A>>>>\r", "+()+"},
-        {false, 3, "A>>>>>BC\r", "+++(BC)+"},
+    struct { bool hasPrefix; double speed; std::string keys, expected; } const rows[] = {
+        {false, 3, "AB\r", "++(AB)+"}, {false, 3, "\r", "()+"}, {false, 3, "A>>>\r", "+(A)+"},
+        {false, 3, "A>>>>\r", "+()+"}, {false, 3, "A>>>>>BC\r", "+++(BC)+"},
         {false, 3, "A>>B>>\rC\r", "++()++(C)+"},  // the limit is that of the whole code, not of a gap
         {false, 3, {"A\0B\r", 4}, {"+++(A\0B)+", 9}},
         {false, 0.5, "A.\r", "+()+"},  // from 58.990 to 59.010: only the seconds count

@@ -211,11 +211,7 @@ TEST(Paragraph, ColoursReadTheOtherFormsAsFarAsTheyHold)
 
 TEST(Paragraph, MarkedLinesReadAsListVectorAndText)
 {
-    struct {
-        std::function<void(LCParagraph &)> write;
-        std::size_t size;
-        char const * joined;
-    } const rows[] = {
+    struct { std::function<void(LCParagraph &)> write; std::size_t size; char const * joined; } const rows[] = {
         {[](LCParagraph & p) { p.SetValueAsMultiLineString("a\n\n"); }, 2, "a\n"},
         {[](LCParagraph & p) { p.SetValueAsMultiLineString("\n"); }, 1, ""},
         {[](LCParagraph & p) { p.SetValueAsMultiLineString("\r\na\r\n"); }, 2, "\r\na\r"},

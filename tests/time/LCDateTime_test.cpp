@@ -76,12 +76,7 @@ public:
 TEST(DateTime, AddingAndTakingASpanCarries)
 {
     constexpr double day = 86400.0;
-    struct {
-        char const * start;
-        double seconds;
-        char const * plus;
-        char const * minus;
-    } const rows[] = {
+    struct { char const * start; double seconds; char const * plus; char const * minus; } const rows[] = {
         {"2023-12-31 23:59:59.999 +60", 0.001, "2024-1-1 0:0:0.0 +60", "2023-12-31 23:59:59.998 +60"},
         {"2000-1-1", 0.001, "2000-1-1 0:0:0.1 +0", "1999-12-31 23:59:59.999 +0"},
         {"2024-3-1", day, "2024-3-2 0:0:0.0 +0", "2024-2-29 0:0:0.0 +0"},
@@ -140,17 +135,10 @@ TEST(DateTime, TheCalendarIsRightOnEveryDayOf400Years)
 
 TEST(DateTime, AddMonthsLeavesTheDay)
 {
-    struct {
-        char const * start;
-        int months;
-        char const * end;
-    } const rows[] = {
-        {"2023-1-31 1:2:3.4 +5", 1, "2023-2-31 1:2:3.4 +5"},
-        {"2024-1-1", -1, "2023-12-1 0:0:0.0 +0"},
-        {"2024-1-1", 25, "2026-2-1 0:0:0.0 +0"},
-        {"2024-12-1", -24, "2022-12-1 0:0:0.0 +0"},
-        {"2024-30-1", 0, "2026-6-1 0:0:0.0 +0"},
-        {"2024--12-1", 0, "2022-12-1 0:0:0.0 +0"},
+    struct { char const * start; int months; char const * end; } const rows[] = {
+        {"2023-1-31 1:2:3.4 +5", 1, "2023-2-31 1:2:3.4 +5"}, {"2024-1-1", -1, "2023-12-1 0:0:0.0 +0"},
+        {"2024-1-1", 25, "2026-2-1 0:0:0.0 +0"}, {"2024-12-1", -24, "2022-12-1 0:0:0.0 +0"},
+        {"2024-30-1", 0, "2026-6-1 0:0:0.0 +0"}, {"2024--12-1", 0, "2022-12-1 0:0:0.0 +0"},
     };
     for (auto const & row : rows) {
         LCDateTime value = At(row.start);
@@ -166,17 +154,11 @@ TEST(DateTime, ComparesInstants)
                                              At("2024-2-28 23:59:59.999 -1"), At("2024-3-1 0:30:0.0 +60"),
                                              At("2024-2-29 23:30:0.001"), At("2024-3-1 12:0:0.0 +720"),
                                              At("2024-2-29 12:0:0.1 -720"), At("2024-3-1 0:0:1.0")});
-    struct {
-        char const * left;
-        char const * right;
-        bool equal;
-    } const rows[] = {
-        {"2024-5-5 12:0:0.0 +60", "2024-5-5 11:0:0.0", true},
-        {"2023-3-1 0:30:0.0 +60", "2023-2-28 23:30:0.0", true},
+    struct { char const * left; char const * right; bool equal; } const rows[] = {
+        {"2024-5-5 12:0:0.0 +60", "2024-5-5 11:0:0.0", true}, {"2023-3-1 0:30:0.0 +60", "2023-2-28 23:30:0.0", true},
         {"2024-3-1 0:30:0.0 +60", "2024-2-29 23:30:0.0", true},
         {"2024-1-1 0:0:0.0 +720", "2023-12-31 0:0:0.0 -720", true},
-        {"2024-1-1 0:0:0.0 +10000", "2023-12-25 1:20:0.0", true},
-        {"2023-2-31", "2023-3-3", false},
+        {"2024-1-1 0:0:0.0 +10000", "2023-12-25 1:20:0.0", true}, {"2023-2-31", "2023-3-3", false},
         {"2023-3-3 1:0:0.0 +60", "2023-2-31", true},   // only the right side is taken into a zone,
         {"2023-2-31", "2023-3-3 1:0:0.0 +60", false},  // which carries its day
         {"2024-5-5 1:0:0.0 +60", "2024-5-4 24:0:0.0", true},
@@ -191,15 +173,10 @@ TEST(DateTime, ComparesInstants)
 
 TEST(DateTime, AnotherZoneShowsTheSameInstant)
 {
-    struct {
-        char const * start;
-        int bias;
-        char const * end;
-    } const rows[] = {
+    struct { char const * start; int bias; char const * end; } const rows[] = {
         {"2024-3-1 0:30:0.5 +60", 0, "2024-2-29 23:30:0.5 +0"},
         {"2023-12-31 20:0:0.0 -300", 345, "2024-1-1 6:45:0.0 +345"},
-        {"2023-2-31 1:2:3.4 +60", 60, "2023-3-3 1:2:3.4 +60"},
-        {"2023-2-31 1:2:3.4 +60", 59, "2023-2-31 1:1:3.4 +59"},
+        {"2023-2-31 1:2:3.4 +60", 60, "2023-3-3 1:2:3.4 +60"}, {"2023-2-31 1:2:3.4 +60", 59, "2023-2-31 1:1:3.4 +59"},
     };
     for (auto const & row : rows)
         EXPECT_EQ(Fields(LCDateTime(At(row.start), row.bias)), row.end) << row.start;
@@ -207,22 +184,13 @@ TEST(DateTime, AnotherZoneShowsTheSameInstant)
 
 TEST(DateTime, TheSpanToAnotherIsPlainCalendarArithmetic)
 {
-    struct {
-        char const * from;
-        char const * to;
-        double seconds;
-    } const rows[] = {
-        {"2024-1-1", "2024-1-2", 86400.0},
-        {"2024-1-2 0:0:0.999", "2024-1-1 23:59:59.0", -1.0},
-        {"1900-1-1", "2000-1-1", 36524 * 86400.0},
-        {"2014-10-25", "2014-10-27", 2 * 86400.0},
-        {"2024-1-1 0:0:0.0 +60", "2024-1-1", 3600.0},
-        {"2023-2-28", "2023-2-31", 3 * 86400.0},
-        {"2023-12-1", "2023-13-1", 31 * 86400.0},
-        {"2024-1-1", "2024--11-1", -365 * 86400.0},
+    struct { char const * from; char const * to; double seconds; } const rows[] = {
+        {"2024-1-1", "2024-1-2", 86400.0}, {"2024-1-2 0:0:0.999", "2024-1-1 23:59:59.0", -1.0},
+        {"1900-1-1", "2000-1-1", 36524 * 86400.0}, {"2014-10-25", "2014-10-27", 2 * 86400.0},
+        {"2024-1-1 0:0:0.0 +60", "2024-1-1", 3600.0}, {"2023-2-28", "2023-2-31", 3 * 86400.0},
+        {"2023-12-1", "2023-13-1", 31 * 86400.0}, {"2024-1-1", "2024--11-1", -365 * 86400.0},
         {"2024-1-1", "2024-1-1 -25:61:-61.0", -25 * 3600.0 + 61 * 60.0 - 61.0},
-        {"0-0-0 10:0:0.0", "0-0-0 10:0:5.0", 5.0},
-        {"-400-1-1", "400-1-1", 2 * 146097 * 86400.0},
+        {"0-0-0 10:0:0.0", "0-0-0 10:0:5.0", 5.0}, {"-400-1-1", "400-1-1", 2 * 146097 * 86400.0},
         {"-2000000000-1-1", "2000000000-1-1", 10000000 * 146097.0 * 86400.0},
     };
     for (auto const & row : rows) {
@@ -271,15 +239,9 @@ TEST(DateTime, TheZoneIsAskedForAtEachCall)
 {
     constexpr std::int64_t winter = 1704110400123,
                            summer = 1719835200000;  // 12:00 UTC on 1 January and 1 July 2024
-    struct {
-        char const * zone;
-        std::int64_t moment;
-        char const * reading;
-    } const rows[] = {
-        {"UTC0", winter, "2024-1-1 12:0:0.123 +0"},
-        {"EST5", winter, "2024-1-1 7:0:0.123 -300"},
-        {"XST-5:30", summer, "2024-7-1 17:30:0.0 +330"},
-        {"<+0545>-5:45", summer, "2024-7-1 17:45:0.0 +345"},
+    struct { char const * zone; std::int64_t moment; char const * reading; } const rows[] = {
+        {"UTC0", winter, "2024-1-1 12:0:0.123 +0"}, {"EST5", winter, "2024-1-1 7:0:0.123 -300"},
+        {"XST-5:30", summer, "2024-7-1 17:30:0.0 +330"}, {"<+0545>-5:45", summer, "2024-7-1 17:45:0.0 +345"},
         {"CET-1CEST,M3.5.0,M10.5.0/3", winter, "2024-1-1 13:0:0.123 +60"},
         {"CET-1CEST,M3.5.0,M10.5.0/3", summer, "2024-7-1 14:0:0.0 +120"},
         {"LHST-10:30LHDT-11,M10.1.0,M4.1.0", winter, "2024-1-1 23:0:0.123 +660"},  // half an hour of saving
@@ -356,15 +318,9 @@ TEST(DateTime, ZoneTextsShowTheMachinesZone)
 
 TEST(DateTime, AFormatIsRunsOfLettersAndOtherCharacters)
 {
-    struct {
-        char const * value;
-        char const * format;
-        char const * text;
-    } const rows[] = {
-        {"2024-3-5 7:8:9.045", "", ""},
-        {"2024-3-5 7:8:9.045", "YYYYMMDDHHmmSSsss", "20240305070809045"},
-        {"2024-3-5 7:8:9.045", "YYYY-MM", "2024-03"},
-        {"2024-3-5 7:8:9.045", "YYYYY-MMM", "-"},
+    struct { char const * value; char const * format; char const * text; } const rows[] = {
+        {"2024-3-5 7:8:9.045", "", ""}, {"2024-3-5 7:8:9.045", "YYYYMMDDHHmmSSsss", "20240305070809045"},
+        {"2024-3-5 7:8:9.045", "YYYY-MM", "2024-03"}, {"2024-3-5 7:8:9.045", "YYYYY-MMM", "-"},
         {"2024-3-5 7:8:9.045", "Year YYYY", "ear 2024"},
         {"2024-3-5 7:8:9.045", "YMDHhmSstZYYYMMMDDDHHHhhhmmmSSSssstttZZZYYYYYssss", "045"},
         {"2024-3-5 7:8:9.045", "AM PM {x}%d \xE4", "A P {x}%d \xE4"},

@@ -18,16 +18,9 @@ static_assert(LCTimeSpan() == 0.0 && LCTimeSpan(0.1) + 0.2 != LCTimeSpan(0.3));
 
 TEST(TimeSpan, DecodesIntoPartsOfItsSign)
 {
-    struct {
-        double seconds;
-        std::vector<int> parts;
-    } const rows[] = {
-        {0.0, {0, 0, 0, 0, 0}},
-        {-0.0, {0, 0, 0, 0, 0}},
-        {90061.5, {1, 1, 1, 1, 500}},
-        {-90061.5, {-1, -1, -1, -1, -500}},
-        {-100.0, {0, 0, -1, -40, 0}},
-        {-0.5, {0, 0, 0, 0, -500}},
+    struct { double seconds; std::vector<int> parts; } const rows[] = {
+        {0.0, {0, 0, 0, 0, 0}}, {-0.0, {0, 0, 0, 0, 0}}, {90061.5, {1, 1, 1, 1, 500}},
+        {-90061.5, {-1, -1, -1, -1, -500}}, {-100.0, {0, 0, -1, -40, 0}}, {-0.5, {0, 0, 0, 0, -500}},
         {1.001, {0, 0, 0, 1, 0}},  // lies a little under
         {2.3, {0, 0, 0, 2, 299}},
         {0.001, {0, 0, 0, 0, 1}},
@@ -64,9 +57,7 @@ TEST(TimeSpan, ComputesAsItsDoubleDoes)
 
 TEST(TimeSpan, RoundsTheSignedValueToSeconds)
 {
-    struct {
-        double seconds, up, down;
-    } const rows[] = {
+    struct { double seconds, up, down; } const rows[] = {
         {1.2, 2.0, 1.0}, {-1.2, -1.0, -2.0}, {3.0, 3.0, 3.0}, {-0.5, -0.0, -1.0}, {1e300, 1e300, 1e300}};
     for (auto const & row : rows) {
         LCTimeSpan up(row.seconds);
@@ -91,22 +82,12 @@ TEST(TimeSpan, ComparesExactlyAndNeverEqualToNotANumber)
 
 TEST(TimeSpan, HasFourLayouts)
 {
-    struct {
-        double seconds;
-        char const * text;
-        char const * time;
-        char const * milliseconds;
-    } const rows[] = {
-        {0.0, "00:00:00", "00:00:00", ",000"},
-        {3661.0, "01:01:01", "01:01:01", ",000"},
-        {90061.5, "01 01:01:01", "25:01:01", ",500"},
-        {360000.25, "04 04:00:00", "100:00:00", ",250"},
-        {86400.0 * 1000, "1000 00:00:00", "24000:00:00", ",000"},
-        {-100.0, "00:-1:-40", "00:-1:-40", ",000"},
-        {-1.0, "00:00:-1", "00:00:-1", ",000"},
-        {-0.005, "00:00:00", "00:00:00", ",0-5"},
-        {-90061.0, "-1:-1:-1", "-25:-1:-1", ",000"},
-        {1e300, "24855 03:14:07", "596523:14:07", ",000"},
+    struct { double seconds; char const * text; char const * time; char const * milliseconds; } const rows[] = {
+        {0.0, "00:00:00", "00:00:00", ",000"}, {3661.0, "01:01:01", "01:01:01", ",000"},
+        {90061.5, "01 01:01:01", "25:01:01", ",500"}, {360000.25, "04 04:00:00", "100:00:00", ",250"},
+        {86400.0 * 1000, "1000 00:00:00", "24000:00:00", ",000"}, {-100.0, "00:-1:-40", "00:-1:-40", ",000"},
+        {-1.0, "00:00:-1", "00:00:-1", ",000"}, {-0.005, "00:00:00", "00:00:00", ",0-5"},
+        {-90061.0, "-1:-1:-1", "-25:-1:-1", ",000"}, {1e300, "24855 03:14:07", "596523:14:07", ",000"},
     };
     for (auto const & row : rows) {
         LCTimeSpan const span(row.seconds);
@@ -119,19 +100,10 @@ TEST(TimeSpan, HasFourLayouts)
 
 TEST(TimeSpan, AFormatIsRunsOfLettersAndOtherCharacters)
 {
-    struct {
-        double seconds;
-        char const * format;
-        char const * text;
-    } const rows[] = {
-        {90061.5, "", ""},
-        {90061.5, "HHH:mm", "25:01"},
-        {90061.5, "HH:mm", "01:01"},
-        {90061.5, "hhh hh", "25 1"},
-        {90061.5, "DD HH SS sss", "01 01 01 500"},
-        {3661.0, "hh HH hhh HHH", "1 01 1 01"},
-        {-90061.5, "DD HHH hh mm SS sss", "-1 -25 -1 -1 -1 -500"},
-        {1.0, "YYYY tt ZZ Day", "YYYY tt ZZ ay"},
+    struct { double seconds; char const * format; char const * text; } const rows[] = {
+        {90061.5, "", ""}, {90061.5, "HHH:mm", "25:01"}, {90061.5, "HH:mm", "01:01"}, {90061.5, "hhh hh", "25 1"},
+        {90061.5, "DD HH SS sss", "01 01 01 500"}, {3661.0, "hh HH hhh HHH", "1 01 1 01"},
+        {-90061.5, "DD HHH hh mm SS sss", "-1 -25 -1 -1 -1 -500"}, {1.0, "YYYY tt ZZ Day", "YYYY tt ZZ ay"},
         {1.0, "MMDHhmSsMMMDDDHHHHhhhhmmmSSSssss", ""},
     };
     for (auto const & row : rows)

@@ -10,28 +10,15 @@ namespace {
 TEST(UnitMan, ConvertsToTheDecimalsOfTheTargetUnit)
 {
     using Convert = double (*)(double, int, int);
-    struct {
-        Convert convert;
-        double value;
-        int from, to;
-        double expected;
-    } const rows[] = {
-        {LCUnitMan::ConvertDistance, 1.0, 1, 0, 25.4},
-        {LCUnitMan::ConvertDistance, 100.0, 0, 1, 3.937},
-        {LCUnitMan::ConvertDistance, 2.5555, 0, 0, 2.56},
-        {LCUnitMan::ConvertDistance, 1.0, 1, 2, 1.0},
-        {LCUnitMan::ConvertForce, 100.0, 0, 1, 11.0},
-        {LCUnitMan::ConvertForce, 100.0, 0, 2, 10.0},
-        {LCUnitMan::ConvertForceLength, 1000.0, 2, 0, 32703.0},
-        {LCUnitMan::ConvertTime, 90.0, 0, 1, 2.0},
-        {LCUnitMan::ConvertTime, 2.0, 2, 1, 48.0},
-        {LCUnitMan::ConvertAngle, 180.0, 0, 1, 3.1416},
-        {LCUnitMan::ConvertAngle, 1.0, 1, 0, 57.3},
-        {LCUnitMan::ConvertWeight, 1.0, 0, 1, 2.2046},
-        {LCUnitMan::ConvertWeight, 2.2046, 1, 0, 1.0},
-        {LCUnitMan::ConvertSpeed, 10.0, 0, 2, 23.622},
-        {LCUnitMan::ConvertStrength, 400.0, 0, 1, 58.0},
-        {LCUnitMan::ConvertDensity, 7.85, 0, 1, 0.2836},
+    struct { Convert convert; double value; int from, to; double expected; } const rows[] = {
+        {LCUnitMan::ConvertDistance, 1.0, 1, 0, 25.4}, {LCUnitMan::ConvertDistance, 100.0, 0, 1, 3.937},
+        {LCUnitMan::ConvertDistance, 2.5555, 0, 0, 2.56}, {LCUnitMan::ConvertDistance, 1.0, 1, 2, 1.0},
+        {LCUnitMan::ConvertForce, 100.0, 0, 1, 11.0}, {LCUnitMan::ConvertForce, 100.0, 0, 2, 10.0},
+        {LCUnitMan::ConvertForceLength, 1000.0, 2, 0, 32703.0}, {LCUnitMan::ConvertTime, 90.0, 0, 1, 2.0},
+        {LCUnitMan::ConvertTime, 2.0, 2, 1, 48.0}, {LCUnitMan::ConvertAngle, 180.0, 0, 1, 3.1416},
+        {LCUnitMan::ConvertAngle, 1.0, 1, 0, 57.3}, {LCUnitMan::ConvertWeight, 1.0, 0, 1, 2.2046},
+        {LCUnitMan::ConvertWeight, 2.2046, 1, 0, 1.0}, {LCUnitMan::ConvertSpeed, 10.0, 0, 2, 23.622},
+        {LCUnitMan::ConvertStrength, 400.0, 0, 1, 58.0}, {LCUnitMan::ConvertDensity, 7.85, 0, 1, 0.2836},
         {LCUnitMan::ConvertCrownCoeff, 1.0, 0, 1, 0.3587},
     };
     for (auto const & row : rows) {
@@ -85,11 +72,7 @@ TEST(UnitMan, DecimalsAndPrecisionBesideTheCommonRow)
 TEST(UnitMan, TheCaseNumbersNameTheQuantities)
 {
     // Factor from 0 to 1, decimals in units 0 and 1, precision in units 0 and 1.
-    struct {
-        double factor;
-        int decimals0, decimals1;
-        double precision0, precision1;
-    } const rows[] = {
+    struct { double factor; int decimals0, decimals1; double precision0, precision1; } const rows[] = {
         {1.0, 6, 6, 1e-06, 1e-06},                  // none
         {0.03937007874015748, 2, 3, 1e-06, 1e-06},  // distance
         {0.112334353, 0, 0, 1e-06, 1e-06},          // force

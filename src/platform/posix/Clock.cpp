@@ -40,9 +40,6 @@ LocalTime ReadClock() noexcept
     return LocalTimeAt(std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000);
 }
 
-void ReplaceClock(LocalTime (*clock)() noexcept) noexcept
-{
-    cpvReplacement = clock;
-}
+void ReplaceClock(LocalTime (*clock)() noexcept) noexcept { cpvReplacement = clock; }
 
 }  // namespace qrtcl::platform

@@ -90,9 +90,6 @@ bool RandomBytes(RandomBlock & block) noexcept
     return true;
 }
 
-void ReplaceRandomBytes(bool (*source)(RandomBlock &) noexcept) noexcept
-{
-    cpvReplacement = source;
-}
+void ReplaceRandomBytes(bool (*source)(RandomBlock &) noexcept) noexcept { cpvReplacement = source; }
 
 }  // namespace qrtcl::platform
