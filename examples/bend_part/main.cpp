@@ -61,6 +61,10 @@ void Save(LCString const & drawing, std::filesystem::path const & file)
 
 void Run(Options const & options)
 {
+    LCClock clock("YYYY-MM-DD HH:mm:SS");
+    clock.DoScan();
+    Print(LCString("it is ") + clock.GetCurDateTimeStr(""));
+
     LCString file = options.file;
     if (!options.scanned.empty()) {
         file = FindPart(Scan(options.scanned), options.store);
