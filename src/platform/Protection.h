@@ -39,7 +39,7 @@ public:
         std::atomic_signal_fence(std::memory_order_seq_cst);
         --cotProtection.uninterrupted;
         std::atomic_signal_fence(std::memory_order_seq_cst);
-        if (cotProtection.putOff && cotProtection.uninterrupted == 0) CatchUp();
+        if (cotProtection.putOff && !cotProtection.IsUninterrupted()) CatchUp();
     }
 };
 

@@ -37,7 +37,8 @@ bool EndThread(Thread & thread);
 /// Gives back what the system holds for a thread; nothing but `WaitForThread` may follow.
 void CloseThread(Thread & thread);
 
-/// From -2, the lowest, to 2. Raising it needs the right to; a failure is not reported.
+/// From -2, the lowest, to 2, beside that of the process. Raising it needs the right to; a failure is not
+/// reported.
 void SetThreadPriority(Thread & thread, int level);
 
 /// Other functions behind the first four, for tests; a null entry is the system's own.

@@ -356,13 +356,37 @@ TEST(Thread, PrioritiesAreThoseOfTheSystem)
     });
     thread->Resume();
     Await([&] { return id != 0; });
-    auto const nice = [&] { return ::getpriority(PRIO_PROCESS, static_cast<id_t>(id.load())); };
-    int const normal = nice();
-    thread->SetPriorityLower();
-    int const lower = nice();
-    thread->SetPriorityLowest();
-    EXPECT_GT(lower, normal);
-    EXPECT_GT(nice(), lower);
+    auto const nice = [](int of) { return ::getpriority(PRIO_PROCESS, static_cast<id_t>(of)); };
+    int const normal = nice(::getpid());
+    struct {
+        void (LCThread::*set)();
+        int below;
+    } const rows[] = {
+        {&LCThread::SetPriorityNormal, 0},    {&LCThread::SetPriorityLower, 5},
+        {&LCThread::SetPriorityLowest, 10},   {&LCThread::SetPriorityHigher, -5},
+        {&LCThread::SetPriorityHighest, -10},
+    };
+    for (auto const & row : rows) {
+        int const before = nice(id);
+        ((*thread).*row.set)();
+        int const expected = std::clamp(normal + row.below, -20, 19);
+        // Up only with the right to it.
+        EXPECT_TRUE(nice(id) == expected || (expected < before && nice(id) == before)) << row.below;
+    }
+}
+
+// A sanitizer reports the end of a process in its own way.
+TEST(Thread, AnExceptionThatLeavesAReceiverEndsTheProcess)
+{
+    if (sanitized) return;
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    EXPECT_DEATH(
+        {
+            Runner thread([](LCThread &) { throw 1; });
+            thread->Resume();
+            thread->WaitFor(forever);
+        },
+        "terminate called");
 }
 
 TEST(ThreadList, OwnsItsThreadsAndSkipsNullPointers)

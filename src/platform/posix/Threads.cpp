@@ -31,7 +31,8 @@
 //
 // The jump must not leave a lock of the process behind, above all that of the heap. So the handler looks
 // where the thread was interrupted, and answers "not now" inside the libraries that have such locks; the
-// controller then asks again. A call in which the thread sleeps in the system is taken as safe.
+// controller then asks again. A call in which the thread sleeps in the system is taken as safe. In a program
+// that is linked with the C library statically, none of this can be told apart.
 
 namespace qrtcl::platform {
 
@@ -294,10 +295,9 @@ bool IsFinished(Thread const & thread) { return thread.mivPhase.load(std::memory
 
 void AwaitRunning(Thread const & thread)
 {
-    Moment const until = After(patience);
-    while (thread.mivPhase.load(std::memory_order_acquire) == starting &&
-           SleepWhile(thread.mivPhase, starting, until))
-        ;
+    while (thread.mivPhase.load(std::memory_order_acquire) == starting) {
+        SleepWhile(thread.mivPhase, starting, never);
+    }
 }
 
 /// Asks until the thread has stopped, or until it has ended. False if it has not in due time.
@@ -447,7 +447,9 @@ void CloseThread(Thread & thread)
 void SetThreadPriority(Thread & thread, int level)
 {
     AwaitRunning(thread);
-    if (!IsFinished(thread)) ::setpriority(PRIO_PROCESS, static_cast<id_t>(thread.mivId), -5 * level);
+    if (IsFinished(thread)) return;
+    int const normal = ::getpriority(PRIO_PROCESS, static_cast<id_t>(::getpid()));
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(thread.mivId), normal - 5 * level);
 }
 
 }  // namespace qrtcl::platform
