@@ -27,10 +27,10 @@ public:
     void Clear() override;
 
     bool LoadFromFile(LCString const & path) override;
-    /// Replaces the file as a whole and keeps its mode; links are followed, and a file of several names keeps
-    /// its others with the old content. What is no regular file is written straight into. When this returns
-    /// true the file is on the disk; a process that is killed meanwhile leaves at most a file "NAME.tmp-..."
-    /// behind.
+    /// Replaces the file as a whole and keeps its mode; a write-protected one is not replaced. Links are
+    /// followed, but a file of several names keeps the old content under the others. What is no regular file
+    /// is written straight into. When this gives true the file is on the disk; a process that is killed
+    /// meanwhile leaves at most files "NAME.tmp-..." behind.
     bool SaveToFile(LCString const & path) override;
     bool LoadFromText(LCString const & xml) override;
     bool SaveToText(LCString & xml) override;

@@ -82,12 +82,16 @@ LCString LHCParagraph::GetValueAsString(LCString const & def)
 
 // Attributes
 
-Attribute * LHCParagraph::FindAttribute(std::string_view text) const
+Attribute * LHCParagraph::FindAttribute(std::string_view name) const
 {
     if (mopBranch == nullptr || mopBranch->firstAttribute == nullptr) return nullptr;
-    Name const * const name = TreeStore().names.Find(text);
-    if (name == nullptr) return nullptr;
+    return FindAttribute(TreeStore().names.Find(name));
+}
 
+/// Null is a name that nothing in the tree has.
+Attribute * LHCParagraph::FindAttribute(Name const * name) const
+{
+    if (mopBranch == nullptr || name == nullptr) return nullptr;
     auto & index = mopBranch->attributeIndex;
     if (mopBranch->attributeCount <= fewEnough) {
         Attribute * at = mopBranch->firstAttribute;
@@ -260,8 +264,9 @@ LCParagraph * LHCParagraph::GetParagraphWithNameAndAttributeAsString(LCString co
                                                                      LCString const & attr,
                                                                      LCString const & text)
 {
+    Name const * const sought = TreeStore().names.Find(attr.str());
     for (LHCParagraph * at = FirstWithName(name.str()); at != nullptr; at = NextWithName(*at)) {
-        Attribute const * const attribute = at->FindAttribute(attr.str());
+        Attribute const * const attribute = at->FindAttribute(sought);
         if (attribute != nullptr && attribute->text == text.str()) return at;
     }
     return nullptr;

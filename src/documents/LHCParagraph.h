@@ -18,7 +18,7 @@ struct Store;
 std::uint64_t HashOfParagraph(LHCParagraph const & paragraph);
 }  // namespace qrtcl::documents
 
-/// A paragraph of a tree in memory. Children live in their root's storage and end with it.
+/// A paragraph of a tree in memory. Children belong to their parent, and are removed by it, never deleted.
 ///
 /// A name is a whole name, never a path, and any text is one, the empty text too. Children keep their order;
 /// of several children with one name, `GetParagraph` and the other searches give the first in that order. A
@@ -91,6 +91,7 @@ private:
     LHCParagraph & OrderSameName(LHCParagraph & head);
 
     qrtcl::documents::Attribute * FindAttribute(std::string_view name) const;
+    qrtcl::documents::Attribute * FindAttribute(qrtcl::documents::Name const * name) const;
     void AppendAttribute(std::string_view name, std::string_view text);
     void RemoveAttribute(qrtcl::documents::Attribute & attribute) noexcept;
 

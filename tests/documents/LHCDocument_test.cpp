@@ -276,25 +276,31 @@ TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
     EXPECT_EQ(xml, "kept");
 }
 
-// What is meant to keep a reader busy or to fill the memory fails at once.
-TEST(Document, HostileInputFailsQuickly)
+// What is meant to keep a reader busy or to fill the memory takes no longer than its size.
+TEST(Document, HostileInputIsDoneQuickly)
 {
     std::string attributes = "<a";
     for (int i = 0; i < 400000; ++i) attributes += " b" + std::to_string(i) + "=''";
     std::string const bomb = "<!DOCTYPE a [<!ENTITY b '" + Repeated("x", 100) + "'>" +
                              Repeated("<!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;'>", 100) + "]><a>&c;</a>";
-    for (std::string const & xml :
-         {attributes, attributes + "/>", "<a b='>' " + attributes.substr(3) + "/>", bomb,
-          Repeated("<a>", 3000000), "<a>" + Repeated("&#65;", 1000000), "<" + Repeated("a", 5000000)}) {
+    std::pair<std::string, bool> const rows[] = {
+        {attributes, false},
+        {attributes + "/>", false},
+        {"<a b='>' " + attributes.substr(3) + "/>", false},
+        {bomb, false},
+        {Repeated("<a>", 3000000), false},
+        {"<" + Repeated("a", 5000000), false},
+        {"<a>" + Repeated("&#65;", 1000000) + "</a>", true},
+        {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
+        {"<a b='" + Repeated("=\"", 1000000) + "'/>", true},
+        {"<a>" + Repeated(" ", 1000000) + "x" + Repeated("<b/>", 200000) + "</a>", true},
+    };
+    for (auto const & [xml, good] : rows) {
         LHCDocument document;
         std::clock_t const begin = std::clock();
-        EXPECT_FALSE(document.LoadFromText(xml)) << xml.substr(0, 40);
+        EXPECT_EQ(document.LoadFromText(xml), good) << xml.substr(0, 40) << document.GetErrorText().str();
         EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 4.0) << xml.substr(0, 40);
     }
-    LHCDocument document;
-    std::string const many = "<a>" + Repeated("b=\"c\" ", 100000) + "</a>";
-    EXPECT_TRUE(document.LoadFromText(many)) << "text is no tag";
-    EXPECT_TRUE(document.LoadFromText("<a b='" + Repeated("=", 1000000) + "'/>")) << "one long attribute";
 }
 
 /// The system's calls, of which one fails or is interrupted every other time, and none moves many bytes.

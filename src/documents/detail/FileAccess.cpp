@@ -94,12 +94,12 @@ void FileReplacement::CreateTemporary()
     for (;; ++number) {
         char digits[16];
         char * const end = std::to_chars(digits, digits + sizeof digits, number, 16).ptr;
-        std::string const name = base + std::string(digits, end);
+        std::string name = base + std::string(digits, end);
         std::error_code const error =
             Repeat([&] { return moCalls.Create(name, movOld.kind == FileState::Kind::File, mivFile); });
         if (error == std::errc::file_exists) continue;
         Check(error, "can't be created");
-        movTemporary = name;
+        movTemporary = std::move(name);
         return;
     }
 }

@@ -203,10 +203,12 @@ private:
             mopAt = &moRoot;
             Access::Rename(*mopAt, UnescapedName(View(name), movRoom));
         } else {
-            if (IsWhiteSpace(TextOfLevel())) movText.resize(moaBegins[mivLevel - 1]);
+            Level & parent = moaLevels[mivLevel - 1];
+            parent.hasText = parent.hasText || !IsWhiteSpace(TextOfLevel());
+            if (!parent.hasText) movText.resize(parent.textBegin);
             mopAt = &Append(name);
         }
-        moaBegins[mivLevel++] = movText.size();
+        moaLevels[mivLevel++] = {movText.size(), false};
         if (attributes != nullptr) AddAttributes(attributes);
     }
 
@@ -246,12 +248,15 @@ private:
         if (Access::FirstOf(*mopAt) != nullptr) text = TrimWhiteSpace(text);
         if (!IsWhiteSpace(text) && Access::ValueOf(*mopAt) == nullptr)
             Access::SetValue(*mopAt, Unescaped(text, movRoom));
-        movText.resize(moaBegins[--mivLevel]);
+        movText.resize(moaLevels[--mivLevel].textBegin);
         mopAt = Access::ParentOf(*mopAt);
     }
 
     /// What stood in the open element so far.
-    std::string_view TextOfLevel() const { return std::string_view(movText).substr(moaBegins[mivLevel - 1]); }
+    std::string_view TextOfLevel() const
+    {
+        return std::string_view(movText).substr(moaLevels[mivLevel - 1].textBegin);
+    }
 
     void HandleError()
     {
@@ -280,8 +285,11 @@ private:
     std::array<KnownName, 256> moaNames{};
     LHCParagraph * mopAt = nullptr;  ///< the open element
     std::size_t mivLevel = 0;
-    std::array<std::size_t, maximumLevels>
-        moaBegins{};  ///< where in `movText` the text of each open element begins
+    struct Level {
+        std::size_t textBegin;  ///< in `movText`
+        bool hasText;           ///< more than white space stood before its last child
+    };
+    std::array<Level, maximumLevels> moaLevels;
     std::string movText;
     std::string movRoom;
 };
@@ -290,6 +298,7 @@ private:
 
 void ReadXml(Source & source, std::size_t size, LHCParagraph & root, Progress & progress)
 {
+    [[maybe_unused]] static bool const initialised = (xmlInitParser(), true);  // for two threads at once
     XmlReader(source, size, root, progress).Read();
 }
 
