@@ -13,11 +13,17 @@ thread_local std::size_t givBytes = 0;
 std::size_t AllocationCount() { return givCount; }
 std::size_t AllocatedBytes() { return givBytes; }
 
-void * operator new(std::size_t size)
+// The temporary buffers of the standard algorithms come from this one.
+void * operator new(std::size_t size, std::nothrow_t const &) noexcept
 {
     ++givCount;
     givBytes += size;
-    if (void * const block = std::malloc(size > 0 ? size : 1)) return block;
+    return std::malloc(size > 0 ? size : 1);
+}
+
+void * operator new(std::size_t size)
+{
+    if (void * const block = operator new(size, std::nothrow)) return block;
     throw std::bad_alloc();
 }
 
