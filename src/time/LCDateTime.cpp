@@ -100,7 +100,7 @@ void LCDateTime::ClearTime() noexcept
 bool LCDateTime::TimeIsInRange() const noexcept
 {
     auto const below = [](int field, unsigned int limit) { return static_cast<unsigned int>(field) < limit; };
-    return below(mivHour, 24) & below(mivMin, 60) & below(mivSec, 60) & below(mivMSec, 1000);
+    return below(mivHour, 24) && below(mivMin, 60) && below(mivSec, 60) && below(mivMSec, 1000);
 }
 
 int LCDateTime::MoveTimeInRange(long long milliseconds) noexcept
