@@ -132,7 +132,11 @@ public:
 
 private:
     struct FreeParser {
-        void operator()(xmlParserCtxtPtr parser) const { xmlFreeParserCtxt(parser); }
+        void operator()(xmlParserCtxtPtr parser) const
+        {
+            xmlFreeDoc(parser->myDoc);  // made for a broken entity declaration, whatever the handlers are
+            xmlFreeParserCtxt(parser);
+        }
     };
 
     static void SetHandlers(xmlSAXHandler & handlers)
