@@ -85,7 +85,7 @@ LCString::LCString(unsigned long long v)
     FormatOrNan(movText, [&] { movText = Decimal(v); });
 }
 
-LCString::LCString(double v, int precision, int width, char fill)
+void LCString::AssignPadded(double v, int precision, int width, char fill) noexcept
 {
     FormatOrNan(movText, [&] {
         number::AssignFixed(movText, v, precision < 0 ? 6 : precision, false);
@@ -305,10 +305,10 @@ bool LCString::LoadFromFile(LCString const & path)
     std::string const name = path.movText;  // the path may be this object
     movText.clear();
     try {
-        if (!qrtcl::platform::ReadFile(name, movText)) return false;
+        bool const read = qrtcl::platform::ReadFile(name, movText);
         TrimLeft('\n');
         if (!movText.empty() && movText.back() == '\n') movText.pop_back();
-        return true;
+        return read;
     } catch (...) {
         return false;
     }

@@ -72,7 +72,10 @@ public:
     /// Fixed notation with `precision` digits behind the point (negative: 6), exactly rounded, never an
     /// exponent; then filled up on the left to `width`. Infinities and not-a-number are "inf", "-inf", "nan",
     /// "-nan".
-    LCString(double v, int precision, int width, char fill);
+    template <std::same_as<char> Char> LCString(double v, int precision, int width, Char fill)
+    {
+        AssignPadded(v, precision, width, fill);
+    }
     /// The form in which the family stores numbers. A negative `precision` gives 12 digits behind the point
     /// without trailing zeros: 1.5 is "1.5", 100.0 is "100", -0.0 is "-0". Otherwise `precision` digits,
     /// whose trailing zeros go if `trim` is true.
@@ -80,6 +83,9 @@ public:
     {
         AssignDouble(v, precision, trim);
     }
+
+    /// A double is no integer.
+    template <std::floating_point Float, typename T> LCString(Float, T) = delete;
 
     std::string const & str() const noexcept { return movText; }
     char const * c_str() const noexcept { return movText.c_str(); }
@@ -110,9 +116,14 @@ public:
     // Byte order, bytes taken as unsigned; at a tie the shorter text is less.
     friend bool operator==(LCString const & a, LCString const & b) noexcept { return a.movText == b.movText; }
     friend bool operator==(LCString const & a, char const * b) noexcept { return a.movText == b; }
+    friend bool operator==(LCString const &, std::nullptr_t) = delete;
     friend std::strong_ordering operator<=>(LCString const & a, LCString const & b) noexcept
     {
         return a.movText <=> b.movText;
+    }
+    friend std::strong_ordering operator<=>(LCString const & a, char const * b) noexcept
+    {
+        return a.movText <=> b;
     }
     /// Equal but for the case of ASCII letters.
     bool EqCI(LCString const & other) const noexcept;
@@ -188,15 +199,23 @@ public:
     requires std::same_as<Long, LCLong> || std::same_as<Long, long>
     bool AsLongWithCheck(Long & out, bool hex = false) const noexcept
     {
-        int value = static_cast<int>(out);
-        int const before = value;
+        constexpr int untouched = 1;  // no failure leaves this
+        int value = untouched;
         bool const done = AsIntWithCheck(value, hex);
-        if (done || value != before) out = static_cast<Long>(value);
+        if (done || value != untouched) out = static_cast<Long>(value);
         return done;
     }
     /// A leading "-" is accepted, and the value wraps modulo 2 to the 32nd. `def` is taken by its bits.
     unsigned int AsUInt(int def = 0, bool hex = false) const noexcept;
     bool AsUIntWithCheck(unsigned int & out, bool hex = false) const noexcept;
+
+    // A pointer, a text in quotes above all, is no flag.
+    template <typename T> int AsInt(int, T *) const = delete;
+    template <typename T> bool AsIntWithCheck(int &, T *) const = delete;
+    template <typename T> LCLong AsLong(LCLong, T *) const = delete;
+    template <typename Long, typename T> bool AsLongWithCheck(Long &, T *) const = delete;
+    template <typename T> unsigned int AsUInt(int, T *) const = delete;
+    template <typename T> bool AsUIntWithCheck(unsigned int &, T *) const = delete;
 
     /// Without the zeros at the end of the fraction, the blanks behind them, and a point that is left at the
     /// end. A text without a point comes back unchanged.
@@ -264,6 +283,7 @@ private:
     void AssignCopies(int count, char c);
     void AssignInteger(int v, int width, char fill, bool hex) noexcept;
     void AssignDouble(double v, int precision, bool trim) noexcept;
+    void AssignPadded(double v, int precision, int width, char fill) noexcept;
 
     std::string movText;
 };

@@ -20,7 +20,12 @@ static_assert(!converts<int> && !converts<bool> && !converts<double> && !convert
 static_assert(!std::is_constructible_v<LCString, bool> && !std::is_constructible_v<LCString, double>);
 static_assert(!std::is_constructible_v<LCString, int, char const *> &&
               !std::is_constructible_v<LCString, int, int>);
-static_assert(!std::is_constructible_v<LCString, double, int, int>);
+static_assert(!std::is_constructible_v<LCString, double, int, int> && !std::is_constructible_v<LCString, double, bool>);
+static_assert(!std::is_constructible_v<LCString, int, int, char, int>);
+template <typename Text>
+constexpr bool takesTextAsFlag = requires(Text text, int number) { text.AsInt(0, "hex"); } || requires(Text text, int number) { text.AsIntWithCheck(number, "hex"); };
+template <typename Text> constexpr bool comparesWithNull = requires(Text text) { text == nullptr; };
+static_assert(!takesTextAsFlag<LCString> && !comparesWithNull<LCString>);
 static_assert(std::is_nothrow_move_constructible_v<LCString> && std::is_nothrow_move_assignable_v<LCString>);
 
 TEST(String, ConstructionFromTextAndBytes)
@@ -203,6 +208,9 @@ TEST(String, DefaultsAnswerWhatCannotBeRead)
     EXPECT_EQ(native, 2147483647);
     EXPECT_FALSE(LCString("").AsLongWithCheck(native));
     EXPECT_EQ(native, 2147483647);
+    native = static_cast<long>(0x100000001);
+    EXPECT_FALSE(LCString("x").AsLongWithCheck(native));
+    EXPECT_EQ(native, 0);
 }
 
 TEST(String, CleansAndDigsOutNumbers)

@@ -4,7 +4,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -215,17 +214,14 @@ std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t p
 
 std::string Replaced(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase)
 {
+    if (from.empty()) return std::string(text);
     auto const find = [&](std::size_t pos) {
         return ignoreCase ? FindCI(text, from, pos) : text.find(from, pos);
     };
-    std::vector<std::size_t> matches;  // known before anything is copied, so the result is allocated once
-    if (!from.empty()) {
-        for (std::size_t at = find(0); at != npos; at = find(at + from.size())) matches.push_back(at);
-    }
     std::string result;
-    result.reserve(text.size() - matches.size() * from.size() + matches.size() * to.size());
+    result.reserve(text.size());
     std::size_t copied = 0;
-    for (std::size_t const match : matches) {
+    for (std::size_t match = find(0); match != npos; match = find(copied)) {
         result.append(text, copied, match - copied).append(to);
         copied = match + from.size();
     }
