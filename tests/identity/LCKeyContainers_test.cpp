@@ -4,7 +4,6 @@
 
 namespace {
 
-// clang-format off
 template <typename T> concept HasContains = requires(T & c, typename T::value_type v) { c.Contains(v); };
 template <typename T> concept HasContainsCI = requires(T & c, typename T::value_type v) { c.ContainsCI(v); };
 template <typename T> concept HasFindCI = requires(T & c, typename T::value_type v) { c.FindCI(v); };
@@ -26,103 +25,69 @@ constexpr bool Is = std::derived_from<T, Container> && std::copyable<T> && std::
     HasFindCI<T> == findCI && ChangesCase<T> == changesCase && SortsCI<T> == sorts &&
     SearchesKeys<T> == searchesKeys && TurnsIntoKeys<T, bool> == flags && TurnsIntoKeys<T, LCString> == texts;
 
+template <typename L, typename V, typename S, typename Of, bool move, bool ignoresCase, bool keys, bool flags,
+          bool texts> constexpr bool Three =
+    Is<L, std::list<Of>, move, 1, ignoresCase, ignoresCase, ignoresCase, ignoresCase, keys, flags, texts> &&
+    Is<V, std::vector<Of>, move, 1, ignoresCase, ignoresCase, ignoresCase, 0, keys, flags, texts> &&
+    Is<S, std::set<Of>, move, 1, ignoresCase, ignoresCase, ignoresCase, 0, keys, flags, texts>;
+
 using Pair = LCKeyIDRevPair; using Flag = LCKeyIDRevBoolPair; using Text = LCKeyIDRevStringPair;
-//                                                                           move
-//                                                                           |  Contains, ContainsCI, FindCI
-//                                                                           |  |  |  |  case, sort, keys, flags, texts
-static_assert(Is<LCKeyIDRevList,             std::list<LCKeyIDRev>,    0, 1, 1, 1, 1, 1, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevVector,           std::vector<LCKeyIDRev>,  0, 1, 1, 1, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevSet,              std::set<LCKeyIDRev>,     0, 1, 1, 1, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKey2IDRevSet,             std::set<LCKey2IDRev>,    0, 1, 1, 0, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKeyKindIDList,            std::list<LCKeyKindID>,   0, 1, 1, 1, 1, 1, 0, 0, 0>);
-static_assert(Is<LCKeyKindIDSet,             std::set<LCKeyKindID>,    0, 1, 1, 1, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKeyGUIDList,              std::list<LCKeyGUID>,     0, 1, 0, 0, 0, 0, 0, 0, 0>);
-static_assert(Is<LCKeyGUIDVector,            std::vector<LCKeyGUID>,   0, 1, 0, 0, 0, 0, 0, 0, 0>);
-static_assert(Is<LCKeyGUIDSet,               std::set<LCKeyGUID>,      0, 1, 0, 0, 0, 0, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevPairList,         std::list<Pair>,          1, 1, 1, 1, 1, 1, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevPairVector,       std::vector<Pair>,        1, 1, 1, 1, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevPairSet,          std::set<Pair>,           1, 1, 1, 1, 1, 0, 0, 0, 0>);
-static_assert(Is<LCKeyIDRevBoolPairList,     std::list<Flag>,          1, 1, 1, 1, 1, 1, 0, 1, 0>);
-static_assert(Is<LCKeyIDRevBoolPairVector,   std::vector<Flag>,        1, 1, 1, 1, 1, 0, 0, 1, 0>);
-static_assert(Is<LCKeyIDRevBoolPairSet,      std::set<Flag>,           1, 1, 1, 1, 1, 0, 0, 1, 0>);
-static_assert(Is<LCKeyIDRevStringPairList,   std::list<Text>,          1, 1, 1, 1, 1, 1, 1, 0, 1>);
-static_assert(Is<LCKeyIDRevStringPairVector, std::vector<Text>,        1, 1, 1, 1, 1, 0, 1, 0, 1>);
-static_assert(Is<LCKeyIDRevStringPairSet,    std::set<Text>,           1, 1, 1, 1, 1, 0, 1, 0, 1>);
+// moved; has Contains, ContainsCI, FindCI, changes of case, sorting, search by key, flags, texts
+static_assert(Is<LCKey2IDRevSet,  std::set<LCKey2IDRev>,   0, 1, 1, 0, 1, 0, 0, 0, 0>);
+static_assert(Is<LCKeyKindIDList, std::list<LCKeyKindID>,  0, 1, 1, 1, 1, 1, 0, 0, 0>);
+static_assert(Is<LCKeyKindIDSet,  std::set<LCKeyKindID>,   0, 1, 1, 1, 1, 0, 0, 0, 0>);
+// moved; has what ignores case, search by key, flags, texts
+static_assert(Three<LCKeyIDRevList, LCKeyIDRevVector, LCKeyIDRevSet, LCKeyIDRev, 0, 1, 0, 0, 0>);
+static_assert(Three<LCKeyGUIDList, LCKeyGUIDVector, LCKeyGUIDSet, LCKeyGUID, 0, 0, 0, 0, 0>);
+static_assert(Three<LCKeyIDRevPairList, LCKeyIDRevPairVector, LCKeyIDRevPairSet, Pair, 1, 1, 0, 0, 0>);
+static_assert(Three<LCKeyIDRevBoolPairList, LCKeyIDRevBoolPairVector, LCKeyIDRevBoolPairSet, Flag, 1, 1, 0, 1, 0>);
+static_assert(
+    Three<LCKeyIDRevStringPairList, LCKeyIDRevStringPairVector, LCKeyIDRevStringPairSet, Text, 1, 1, 1, 0, 1>);
 
 // A text or a number is no flag.
 static_assert(!TurnsIntoKeys<LCKeyIDRevBoolPairList, char const *> && !TurnsIntoKeys<LCKeyIDRevBoolPairSet, int>);
 static_assert(!std::is_constructible_v<LCKeyIDRevBoolPairList, LCKeyIDRevList, char const *>);
-// clang-format on
 
-template <typename Container> Container Make(std::initializer_list<typename Container::value_type> elements)
+/// An element with this ID in its key, and "x" in what stands beside it.
+template <typename Element> Element New(LCString const & id, int revision)
 {
-    Container made;
-    for (auto const & element : elements) made.insert(made.end(), element);
-    return made;
-}
-
-/// An element with these texts: the first in each of its keys, the second in what stands beside them.
-template <typename Element> Element New(LCString const & id, LCString const & other, int revision)
-{
-    if constexpr (std::same_as<Element, LCKeyIDRev>)
-        return {id, 1, revision};
-    else if constexpr (std::same_as<Element, LCKey2IDRev>)
-        return {other, id, 1, revision};
-    else if constexpr (std::same_as<Element, LCKeyKindID>)
-        return {LCString(revision), id};
-    else if constexpr (std::same_as<Element, Pair>)
-        return {{id, 1, revision}, {other, 5, 6}};
-    else if constexpr (std::same_as<Element, Flag>)
-        return {{id, 1, revision}, true};
-    else
-        return {{id, 1, revision}, other};
+    if constexpr (std::same_as<Element, LCKeyIDRev>) return {id, 1, revision};
+    else if constexpr (std::same_as<Element, LCKey2IDRev>) return {"x", id, 1, revision};
+    else if constexpr (std::same_as<Element, LCKeyKindID>) return {LCString(revision), id};
+    else if constexpr (std::same_as<Element, Pair>) return {{id, 1, revision}, {"x", 5, 6}};
+    else if constexpr (std::same_as<Element, Flag>) return {{id, 1, revision}, true};
+    else return {{id, 1, revision}, "x"};
 }
 
 template <typename Container> class KeyContainers : public testing::Test {};
 using Kinds = testing::Types<LCKeyIDRevList, LCKeyIDRevVector, LCKeyIDRevSet, LCKey2IDRevSet, LCKeyKindIDList,
-                             LCKeyKindIDSet, LCKeyIDRevPairList, LCKeyIDRevPairSet, LCKeyIDRevBoolPairVector,
-                             LCKeyIDRevBoolPairSet, LCKeyIDRevStringPairList, LCKeyIDRevStringPairSet>;
+    LCKeyKindIDSet, LCKeyIDRevPairList, LCKeyIDRevPairSet, LCKeyIDRevBoolPairVector, LCKeyIDRevBoolPairSet,
+    LCKeyIDRevStringPairList, LCKeyIDRevStringPairSet>;
 TYPED_TEST_SUITE(KeyContainers, Kinds);
 
-TYPED_TEST(KeyContainers, AreSearchedAndChangeCase)
+TYPED_TEST(KeyContainers, AreSearchedAndChangeCaseAndAreEmptyAfterAMoveOrKeepTheirElements)
 {
-    using Element = typename TypeParam::value_type;
-    Element const upper = New<Element>("ID", "x", 2), lower = New<Element>("id", "x", 2);
-    TypeParam container = Make<TypeParam>({New<Element>("A", "x", 2), upper, lower});
-    EXPECT_TRUE(container.Contains(lower) && container.Contains(upper));
-    EXPECT_FALSE(container.Contains(New<Element>("iD", "x", 2)));
-    EXPECT_TRUE(container.ContainsCI(New<Element>("iD", "x", 2)));
-    EXPECT_FALSE(container.ContainsCI(New<Element>("id", "x", 3)));
-    EXPECT_FALSE(TypeParam().Contains(lower) || TypeParam().ContainsCI(lower));
+    constexpr auto key = &New<typename TypeParam::value_type>;
+    auto const upper = key("ID", 2), lower = key("id", 2), mixed = key("iD", 2);
+    TypeParam container = Make<TypeParam>({key("A", 2), upper, lower});
+    EXPECT_TRUE(container.Contains(lower) && container.Contains(upper) && !container.Contains(mixed));
+    EXPECT_TRUE(container.ContainsCI(mixed) && !container.ContainsCI(key("id", 3)));
     if constexpr (HasFindCI<TypeParam>) {
-        EXPECT_EQ(container.FindCI(lower), std::next(container.begin()))
-            << "the first in the container's order";
-        EXPECT_EQ(container.FindCI(New<Element>("b", "x", 2)), container.end());
+        EXPECT_EQ(container.FindCI(lower), std::next(container.begin())) << "the first in the container's order";
+        EXPECT_EQ(container.FindCI(key("b", 2)), container.end());
     }
     container.ToLowerCase();
-    EXPECT_EQ(container.size(), qrtcl::OrderedSet<TypeParam> ? 2u : 3u);
     EXPECT_TRUE(container.Contains(lower) && !container.Contains(upper));
+    std::size_t const size = qrtcl::OrderedSet<TypeParam> ? 2 : 3;
+    EXPECT_EQ(container.size(), size);
     container.ToUpperCase();
     EXPECT_FALSE(container.Contains(lower));
+    TypeParam const target = std::move(container);
+    EXPECT_EQ(container.size(), std::is_nothrow_move_constructible_v<TypeParam> ? 0 : size);
+    EXPECT_EQ(target.size(), size);
 }
 
-TYPED_TEST(KeyContainers, AreEmptyAfterAMoveOrKeepTheirElements)
-{
-    TypeParam source = Make<TypeParam>({{}});
-    TypeParam const target = std::move(source);
-    EXPECT_EQ(source.size(), std::is_nothrow_move_constructible_v<TypeParam> ? 0u : 1u);
-    EXPECT_EQ(target.size(), 1u);
-}
-
-TEST(KeyContainers, FindGUIDsExactly)
-{
-    EXPECT_TRUE(Make<LCKeyGUIDList>({LCGUID("A")}).Contains(LCGUID("A")));
-    EXPECT_TRUE(Make<LCKeyGUIDSet>({LCGUID("A")}).Contains(LCKeyGUIDRev(LCGUID("A"), 1, 2)));
-    EXPECT_FALSE(Make<LCKeyGUIDVector>({LCGUID("A")}).Contains(LCGUID("a")));
-}
-
-// Keys in a list are changed where they stand; in a set they are built anew, and so normalised. A text is no
-// key.
+// Keys in a list are changed where they stand; in a set they are built anew, and so normalised. A text is no key.
 TEST(KeyContainers, ChangeTheCaseOfTheirKeysOnly)
 {
     LCKeyIDRev odd("x", 1, 2);
@@ -150,32 +115,21 @@ TEST(KeyContainers, SortStablyAndMergeNeighbours)
     keys.UniqueCI();
     EXPECT_EQ(keys, Make<LCKeyIDRevList>({a2, A1, a2, b}));
     auto pairs = Make<LCKeyIDRevPairList>({{a1, a1}, {A1, A1}, {A1, A1}});
-    EXPECT_TRUE(pairs.ContainsCI({a1, A1}));
     pairs.UniqueCI();
     EXPECT_EQ(pairs, Make<LCKeyIDRevPairList>({{a1, a1}, {A1, A1}})) << "the second key is compared exactly";
     pairs.SortCI();
     EXPECT_EQ(pairs, Make<LCKeyIDRevPairList>({{A1, A1}, {a1, a1}}));
 }
 
-TEST(KeyContainers, FindTheFirstPairWithAKey)
+template <typename Flags, typename Texts, typename Keys> void ExpectPairs()
 {
-    LCKeyIDRev const upper("A", 1, 2), lower("a", 1, 2);
-    auto const check = [&](auto pairs) {
-        EXPECT_EQ(pairs.FindKey(lower), std::next(pairs.begin()));
-        EXPECT_EQ(pairs.FindKeyCI(lower), pairs.begin());
-        EXPECT_TRUE(pairs.ContainsKey(lower) && !pairs.ContainsKey({"b", 1, 2}) &&
-                    !pairs.ContainsKey({"", 1, 2}));
-        EXPECT_EQ(pairs.FindKey({"a", 1, 3}), pairs.end());
-        EXPECT_FALSE(pairs.ContainsKeyCI({"a", 1, 3}));
-        EXPECT_TRUE(pairs.ContainsCI({lower, "Y"}) && !pairs.Contains({lower, "Y"}));
-    };
-    check(Make<LCKeyIDRevStringPairList>({{upper, "x"}, {lower, "x"}, {lower, "y"}}));
-    check(Make<LCKeyIDRevStringPairSet>({{upper, "x"}, {lower, "x"}, {lower, "y"}}));
-}
+    LCKeyIDRev const a("a", 1, 1), A("A", 1, 1), b("b", 1, 1), c("c", 1, 1);
+    auto pairs = Make<Texts>({{A, "x"}, {a, "x"}, {a, "y"}});
+    EXPECT_TRUE(pairs.FindKey(a) == std::next(pairs.begin()) && pairs.FindKeyCI(a) == pairs.begin());
+    EXPECT_TRUE(pairs.FindKey({"a", 1, 3}) == pairs.end() && !pairs.ContainsKeyCI({"a", 1, 3}));
+    EXPECT_TRUE(pairs.ContainsKey(a) && !pairs.ContainsKey(b) && !pairs.ContainsKey({"", 1, 1}));
+    EXPECT_TRUE(pairs.ContainsCI({a, "Y"}) && !pairs.Contains({a, "Y"}));
 
-template <typename Flags, typename Texts, typename Keys> void ExpectConversions()
-{
-    LCKeyIDRev const a("a", 1, 1), b("b", 1, 1), c("c", 1, 1);
     auto const keys = Make<Keys>({a, b});
     Flags const flags(keys);
     EXPECT_EQ(flags, Make<Flags>({{a, false}, {a, true}, {b, false}, {b, true}}));
@@ -183,24 +137,22 @@ template <typename Flags, typename Texts, typename Keys> void ExpectConversions(
     EXPECT_EQ(Texts(keys), Make<Texts>({{a, ""}, {b, ""}}));
     EXPECT_EQ(Texts(keys, "x"), Make<Texts>({{a, "x"}, {b, "x"}}));
 
-    auto list = Make<LCKeyIDRevList>({c, b, c});
-    flags.ToKeyIDRevList(list);
-    EXPECT_EQ(list, Make<LCKeyIDRevList>({c, b, c, a})) << "what is there already is not added, and stays";
+    auto list = Make<LCKeyIDRevList>({c, b, c}), selected = LCKeyIDRevList();
     auto set = Make<LCKeyIDRevSet>({c});
+    flags.ToKeyIDRevList(list);
     flags.ToKeyIDRevSet(set);
+    EXPECT_EQ(list, Make<LCKeyIDRevList>({c, b, c, a})) << "what is there already is not added, and stays";
     EXPECT_EQ(set, Make<LCKeyIDRevSet>({a, b, c}));
-    LCKeyIDRevList selected;
     Make<Flags>({{a, false}, {b, true}}).ToKeyIDRevList(selected, true);
-    Make<Texts>({{a, ""}, {c, "X"}}).ToKeyIDRevList(selected, "x");
-    Make<Texts>({{a, ""}, {c, "X"}}).ToKeyIDRevList(selected, "");
+    for (char const * const text : {"x", ""}) Make<Texts>({{a, ""}, {c, "X"}}).ToKeyIDRevList(selected, text);
     EXPECT_EQ(selected, Make<LCKeyIDRevList>({b, a}));
 }
 
-TEST(KeyContainers, OfPairsComeFromKeysAndGiveThemBack)
+TEST(KeyContainers, OfPairsAreSearchedByKeyAndComeFromKeysAndGiveThemBack)
 {
-    ExpectConversions<LCKeyIDRevBoolPairList, LCKeyIDRevStringPairList, LCKeyIDRevList>();
-    ExpectConversions<LCKeyIDRevBoolPairVector, LCKeyIDRevStringPairVector, LCKeyIDRevVector>();
-    ExpectConversions<LCKeyIDRevBoolPairSet, LCKeyIDRevStringPairSet, LCKeyIDRevSet>();
+    ExpectPairs<LCKeyIDRevBoolPairList, LCKeyIDRevStringPairList, LCKeyIDRevList>();
+    ExpectPairs<LCKeyIDRevBoolPairVector, LCKeyIDRevStringPairVector, LCKeyIDRevVector>();
+    ExpectPairs<LCKeyIDRevBoolPairSet, LCKeyIDRevStringPairSet, LCKeyIDRevSet>();
 }
 
 }  // namespace

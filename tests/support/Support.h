@@ -2,6 +2,7 @@
 
 // What every test sees: the framework, and how it prints the library's values.
 
+#include <initializer_list>
 #include <ostream>
 #include <string>
 
@@ -29,6 +30,15 @@ public:
 private:
     std::string movPath;
 };
+
+/// A collection with these elements, which its own constructors do not take.
+template <typename Container, typename Elements = std::initializer_list<typename Container::value_type>>
+Container Make(Elements const & elements)
+{
+    Container made;
+    for (auto const & element : elements) made.insert(made.end(), element);
+    return made;
+}
 
 /// Checks all six operators on every pair of `values`, which stand in ascending order without equal ones.
 template <typename Values> void ExpectTotalOrder(Values const & values)
