@@ -1,14 +1,11 @@
 #include "collections/LCNumberLists.h"
 
-#include <initializer_list>
-
 #include "collections/LCIntRange.h"
 #include "collections/LCPairLists.h"
 #include "support/Support.h"
 
 namespace {
 
-// clang-format off
 template <typename T> concept HasContains = requires(T const & c, typename T::value_type v) { c.Contains(v); };
 template <typename T> concept SearchesPairs = requires(T & c, typename T::value_type v) {
     std::as_const(c).ContainsCI(v); c.FindCI(v); c.FindFirst(v.first); c.FindCIFirst(v.first); };
@@ -52,18 +49,10 @@ static_assert(Is<LCStringIntPairVector, std::vector<LCStringIntPair>, 0, 1, 0, 0
 static_assert(Is<LCStringIntPairSet,    std::set<LCStringIntPair>,    0, 1, 0, 0, 0, 1>);
 
 // Braces with two numbers never mean two elements, and a text or a number is no flag.
-static_assert(!TakesBraces<LCIntList> && !TakesBraces<LCIntSet> && !TakesBraces<LCLongList> && !TakesBraces<LCDoubleSet>);
-static_assert(!std::is_constructible_v<LCBoolVector, int, char const *> && !std::is_constructible_v<LCBoolVector, int, int>);
+static_assert(!TakesBraces<LCIntList> && !TakesBraces<LCIntSet> && !TakesBraces<LCLongList>);
+template <typename Flag> constexpr bool fills = std::is_constructible_v<LCBoolVector, int, Flag>;
+static_assert(fills<bool> && !fills<char const *> && !fills<int>);
 static_assert(Divides<LCIntVector, bool> && !Divides<LCIntVector, char const *> && !Divides<LCDoubleVector, int>);
-// clang-format on
-
-template <typename Collection>
-Collection Make(std::initializer_list<typename Collection::value_type> elements)
-{
-    Collection made;
-    for (auto const & element : elements) made.insert(made.end(), element);
-    return made;
-}
 
 template <typename Collection> class NumberCollections : public testing::Test {};
 using Kinds = testing::Types<LCBoolList, LCBoolVector, LCIntSet, LCIntVector, LCLongVector, LCDoubleVector,
@@ -72,17 +61,14 @@ TYPED_TEST_SUITE(NumberCollections, Kinds);
 
 TYPED_TEST(NumberCollections, AreEmptyAfterAMoveOrKeepTheirElements)
 {
-    std::size_t const left = moves<TypeParam> ? 0 : 1;
-    TypeParam source = Make<TypeParam>({{}});
-    TypeParam built = std::move(source);
-    EXPECT_EQ(source.size(), left);
-    TypeParam assigned;
+    TypeParam source = Make<TypeParam>({{}}), built = std::move(source), assigned;
     assigned = std::move(built);
-    EXPECT_EQ(built.size(), left);
+    EXPECT_EQ(source.size(), moves<TypeParam> ? 0u : 1u);
+    EXPECT_EQ(built.size(), source.size());
     EXPECT_EQ(assigned.size(), 1u);
 }
 
-TEST(NumberLists, FillWithACount)
+TEST(NumberLists, FillWithACountAndRemoveAllElementsOfOneValue)
 {
     LCBoolVector flags(2, true);
     bool & first = flags[0];
@@ -92,35 +78,20 @@ TEST(NumberLists, FillWithACount)
     EXPECT_EQ(LCIntVector(2), Make<LCIntVector>({0, 0}));
     EXPECT_EQ((LCIntVector{2, 7}), Make<LCIntVector>({7, 7}));
     EXPECT_EQ(LCDoubleVector(2, 0.5), Make<LCDoubleVector>({0.5, 0.5}));
-}
-
-TEST(NumberLists, ContainTheirNumbers)
-{
-    for (int const v : {-3, -1, 0, 1, 2, 3}) {
-        bool const there = v == -1 || v == 2;
-        EXPECT_EQ(Make<LCIntList>({2, -1}).Contains(v), there) << v;
-        EXPECT_EQ(Make<LCLongVector>({2, -1}).Contains(v), there) << v;
-        EXPECT_EQ(Make<LCIntSet>({2, -1}).Contains(v), there) << v;
-    }
-}
-
-TEST(NumberLists, RemoveAllElementsOfOneValue)
-{
     LCIntVector numbers = Make<LCIntVector>({3, 1, 3, 3, 2});
-    EXPECT_TRUE(numbers.Remove(numbers.front()));
+    EXPECT_TRUE(numbers.Contains(1) && !numbers.Contains(0) && Make<LCIntSet>({2, -1}).Contains(-1));
+    EXPECT_TRUE(numbers.Remove(numbers.front()) && !numbers.Remove(9) && !LCIntVector().Remove(0));
     EXPECT_EQ(numbers, Make<LCIntVector>({1, 2}));
-    EXPECT_FALSE(numbers.Remove(9) || LCIntVector().Remove(0));
 }
 
 // The first hit, not the nearest one.
 TEST(NumberLists, FindTheFirstElementWithinTheTolerance)
 {
-    LCDoubleVector vector = Make<LCDoubleVector>({0.5, 1.000005, 1.000001});
-    EXPECT_EQ(vector.FindAlmostEq(1.0), vector.begin() + 1);
-    EXPECT_EQ(vector.FindAlmostEq(1.00002), vector.end());
-    LCDoubleSet set = Make<LCDoubleSet>({1.000005, 0.999995, 1.0, 0.5});
+    auto vector = Make<LCDoubleVector>({0.5, 1.000005, 1.000001});
+    EXPECT_TRUE(vector.FindAlmostEq(1.0) == vector.begin() + 1 && vector.FindAlmostEq(1.00002) == vector.end());
+    auto set = Make<LCDoubleSet>({1.000005, 0.999995, 1.0, 0.5});
     EXPECT_EQ(set.FindAlmostEq(1.0), std::next(set.begin()));
-    LCDoubleList list = Make<LCDoubleList>({0.5, 1.25, 1.0});
+    auto list = Make<LCDoubleList>({0.5, 1.25, 1.0});
     EXPECT_EQ(list.FindAlmostEq(1.0, 0.25), std::next(list.begin()));
     EXPECT_EQ(list.FindAlmostEq(1.0, 0.0), std::next(list.begin(), 2));
     EXPECT_EQ(list.FindAlmostEq(2.0, 0.5), list.end());
@@ -128,21 +99,14 @@ TEST(NumberLists, FindTheFirstElementWithinTheTolerance)
 
 TEST(NumberLists, ReadTheFieldsOfAText)
 {
-    using V = std::vector<int>;
-    struct {
-        char const * text;
-        bool strict, result;
-        V numbers;
-    } const rows[] = {{"1;x;3", false, true, V{1, 3}}, {"1;x;3", true, false, V{1}},
-                      {"1;;3", false, true, V{1, 3}},  {"1;;3", true, false, V{1}},
-                      {"", false, true, V{}},          {"", true, false, V{}},
-                      {"1;2;", true, true, V{1, 2}},   {" 12abc;-7", true, true, V{12, -7}},
-                      {"5", true, true, V{5}},         {"99999999999;4", false, true, V{4}}};
+    struct { char const * text; bool strict, result; std::vector<int> numbers; } const rows[] = {
+        {"1;x;3", false, true, {1, 3}}, {"1;x;3", true, false, {1}}, {"1;;3", false, true, {1, 3}},
+        {"1;;3", true, false, {1}}, {"", false, true, {}}, {"", true, false, {}}, {"1;2;", true, true, {1, 2}},
+        {" 12abc;-7", true, true, {12, -7}}, {"5", true, true, {5}}, {"99999999999;4", false, true, {4}}};
     for (auto const & row : rows) {
-        SCOPED_TRACE(row.text);
         LCIntVector integers(2, 8);
-        EXPECT_EQ(integers.DivideText(row.text, ';', row.strict), row.result);
-        EXPECT_EQ(integers, row.numbers);
+        EXPECT_EQ(integers.DivideText(row.text, ';', row.strict), row.result) << row.text;
+        EXPECT_EQ(integers, row.numbers) << row.text;
     }
     LCDoubleVector doubles(1, 8.0);
     EXPECT_TRUE(doubles.DivideText("1.5|x|-2e3mm|", '|', false));
@@ -163,14 +127,10 @@ template <typename Collection, typename Second> void ExpectPairSearch(Second one
 {
     Collection pairs = Make<Collection>({{"A", one}, {"a", two}});
     auto const first = pairs.begin(), second = std::next(first), none = pairs.end();
-    EXPECT_EQ(pairs.FindFirst("a"), second);
-    EXPECT_EQ(pairs.FindCIFirst("a"), first);
-    EXPECT_EQ(pairs.FindFirst("b"), none);
-    EXPECT_EQ(pairs.FindCIFirst("b"), none);
-    EXPECT_EQ(pairs.FindCI({"a", oneCI}), first);
-    EXPECT_EQ(pairs.FindCI({"A", two}), second);
-    EXPECT_EQ(pairs.FindCI({"b", one}), none);
-    EXPECT_TRUE(pairs.ContainsCI({"a", oneCI}) && !pairs.ContainsCI({"b", one}));
+    EXPECT_TRUE(pairs.FindFirst("a") == second && pairs.FindCIFirst("a") == first);
+    EXPECT_TRUE(pairs.FindFirst("b") == none && pairs.FindCIFirst("b") == none);
+    EXPECT_TRUE(pairs.FindCI({"a", oneCI}) == first && pairs.FindCI({"A", two}) == second);
+    EXPECT_TRUE(pairs.FindCI({"b", one}) == none && !pairs.ContainsCI({"b", one}) && pairs.ContainsCI({"a", oneCI}));
 }
 
 TEST(PairLists, AreSearchedFromTheFront)

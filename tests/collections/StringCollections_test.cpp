@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <concepts>
-#include <initializer_list>
 #include <random>
 
 #include "collections/LCStringList.h"
@@ -11,13 +10,6 @@
 namespace {
 
 using Texts = std::vector<LCString>;
-
-template <typename Collection> Collection Make(Texts const & texts)
-{
-    Collection made;
-    for (LCString const & text : texts) made.insert(made.end(), text);
-    return made;
-}
 Texts All(auto const & collection) { return Texts(collection.begin(), collection.end()); }
 
 template <typename Collection> class StringCollections : public testing::Test {};
@@ -27,35 +19,25 @@ template <typename Collection> class StringSequences : public testing::Test {};
 using Two = testing::Types<LCStringList, LCStringVector>;
 TYPED_TEST_SUITE(StringSequences, Two);
 
-// A braced list must not mean elements in one class and a count in another; and what is moved from keeps its
-// texts.
-TYPED_TEST(StringCollections, AreCopiedAndNeverBuiltFromABracedList)
-{
-    static_assert(std::has_virtual_destructor_v<TypeParam> && !std::is_constructible_v<TypeParam, int>);
-    static_assert(!std::is_constructible_v<TypeParam, std::initializer_list<LCString>>);
-    static_assert(std::constructible_from<TypeParam, int, LCString> ==
-                  std::same_as<TypeParam, LCStringVector>);
-    TypeParam source = Make<TypeParam>({"a", "b"});
-    TypeParam const copy = std::move(source);
-    EXPECT_EQ(All(source), Texts({"a", "b"}));
-    EXPECT_EQ(All(copy), All(source));
-}
+// A braced list must not mean elements in one class and a count in another.
+template <typename T> constexpr bool isTextCollection =
+    std::has_virtual_destructor_v<T> && !std::is_constructible_v<T, int> &&
+    !std::is_constructible_v<T, std::initializer_list<LCString>> &&
+    std::constructible_from<T, int, LCString> == std::same_as<T, LCStringVector>;
+static_assert(isTextCollection<LCStringList> && isTextCollection<LCStringVector> && isTextCollection<LCStringSet>);
 
-TYPED_TEST(StringCollections, AreSearchedExactlyAndWithoutCase)
+TYPED_TEST(StringCollections, AreCopiedAndSearchedExactlyAndWithoutCase)
 {
-    TypeParam collection = Make<TypeParam>({"Bend", "PUNCH", "_cut", ""});
-    struct {
-        char const * sought;
-        bool exact, ignoringCase;
-    } const rows[] = {{"Bend", true, true},   {"bEND", false, true}, {"Ben", false, false},
-                      {"cend", false, false}, {"", true, true},      {"_CUT", false, true},
-                      {"@cut", false, false}};
-    for (auto const & row : rows) {
-        SCOPED_TRACE(row.sought);
-        EXPECT_EQ(collection.Contains(row.sought), row.exact);
-        EXPECT_EQ(collection.ContainsCI(row.sought), row.ignoringCase);
-        EXPECT_EQ(collection.Find(row.sought) != collection.end(), row.exact);
-        EXPECT_EQ(collection.FindCI(row.sought) != collection.end(), row.ignoringCase);
+    TypeParam source = Make<TypeParam>({"Bend", "PUNCH", "_cut", ""});
+    TypeParam collection = std::move(source);
+    EXPECT_EQ(All(source), All(collection));
+    struct { char const * sought; bool exact, ignoringCase; } const rows[] = {
+        {"Bend", true, true}, {"bEND", false, true}, {"Ben", false, false}, {"cend", false, false},
+        {"", true, true}, {"_CUT", false, true}, {"@cut", false, false}};
+    for (auto const & [sought, exact, ignoringCase] : rows) {
+        EXPECT_TRUE(collection.Contains(sought) == exact && collection.ContainsCI(sought) == ignoringCase) << sought;
+        EXPECT_EQ(collection.Find(sought) != collection.end(), exact) << sought;
+        EXPECT_EQ(collection.FindCI(sought) != collection.end(), ignoringCase) << sought;
     }
     TypeParam twice = Make<TypeParam>({"X", "x"});
     EXPECT_EQ(twice.FindCI("x"), twice.begin()) << "the first in the order of the collection";
@@ -64,16 +46,9 @@ TYPED_TEST(StringCollections, AreSearchedExactlyAndWithoutCase)
 
 TYPED_TEST(StringCollections, JoinAndSaveWhatTheyLoad)
 {
-    Texts const oneEmptyLine{"", "a", "b"};
-    struct {
-        std::string content;
-        Texts lines;
-        char const * joined;
-    } const rows[] = {{"", {}, ""},
-                      {"a", {"a"}, "a"},
-                      {"a\nb\r\n", {"a", "b\r"}, "a;b\r"},
-                      {"\n", {""}, ""},
-                      {"\na\nb\n", oneEmptyLine, ";a;b"}};
+    struct { std::string content; Texts lines; char const * joined; } const rows[] = {
+        {"", {}, ""}, {"a", {"a"}, "a"}, {"a\nb\r\n", {"a", "b\r"}, "a;b\r"}, {"\n", Texts(1), ""},
+        {"\na\nb\n", {"", "a", "b"}, ";a;b"}};
     TemporaryFolder const folder;
     for (auto const & row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.content));
@@ -85,24 +60,29 @@ TYPED_TEST(StringCollections, JoinAndSaveWhatTheyLoad)
         EXPECT_TRUE(loaded.SaveToFile(folder.Write("out.txt", "what stood there before")));
         EXPECT_EQ(folder.Read("out.txt"), ended ? row.content : row.content + '\n');
     }
-    EXPECT_EQ(Make<TypeParam>(oneEmptyLine).Str('\0'), "ab");
+    EXPECT_EQ(Make<TypeParam>({"", "a", "b"}).Str('\0'), "ab");
     for (char const * const unreadable : {"missing.txt", "."}) {
         TypeParam loaded = Make<TypeParam>({folder.Path(unreadable)});
-        EXPECT_FALSE(loaded.LoadFromFile(*loaded.begin()))
-            << "the path is an element of the collection itself";
+        EXPECT_FALSE(loaded.LoadFromFile(*loaded.begin())) << "the path is an element of the collection itself";
         EXPECT_TRUE(loaded.empty());
     }
     EXPECT_FALSE(TypeParam().SaveToFile(folder.Path("no/such/folder")));
 }
 
-TYPED_TEST(StringSequences, WalkFromTheSecondElementAndMeetAtTheEnd)
+TYPED_TEST(StringSequences, WalkFromTheSecondElementAndAppendInOrder)
 {
-    TypeParam sequence = Make<TypeParam>({"a", "b"});
+    TypeParam sequence = Make<TypeParam>({"a", "b"}), target = Make<TypeParam>({"0"});
     auto p = sequence.GetHeadPosition();
     for (char const * const text : {"b", "", ""}) EXPECT_EQ(sequence.GetNext(p), text);
     EXPECT_EQ(p, sequence.GetEndPosition());
     p = sequence.GetHeadPosition();
     for (char const * const text : {"", "b", "a", "", "b"}) EXPECT_EQ(sequence.GetPrev(p), text);
+    sequence.AppendToList(target);
+    EXPECT_EQ(target.Str(' '), "0 a b");
+    sequence.Reverse();
+    sequence.AppendList(target);
+    sequence.AppendList(sequence);
+    EXPECT_EQ(sequence.Str(' '), "b a 0 a b b a 0 a b");
     sequence.ReInitList();
     EXPECT_TRUE(sequence.IsEmpty());
     p = sequence.GetHeadPosition();
@@ -110,52 +90,27 @@ TYPED_TEST(StringSequences, WalkFromTheSecondElementAndMeetAtTheEnd)
     EXPECT_EQ(p, sequence.GetEndPosition());
 }
 
-TYPED_TEST(StringSequences, AppendInOrderAlsoToThemselves)
-{
-    TypeParam sequence = Make<TypeParam>({"a"});
-    sequence.AppendList(Make<TypeParam>({"b", "c"}));
-    TypeParam target = Make<TypeParam>({"0"});
-    sequence.AppendToList(target);
-    EXPECT_EQ(All(target), Texts({"0", "a", "b", "c"}));
-    sequence.Reverse();
-    sequence.AppendList(sequence);
-    EXPECT_EQ(sequence.Str(' '), "c b a c b a");
-}
-
 TYPED_TEST(StringSequences, GiveTheValueOfTheFirstLineWithTheName)
 {
-    struct {
-        Texts lines;
-        char const * key;
-        char const * value;
-    } const rows[] = {{{"a=1", "B=2", "b=3"}, "b", "2"},
-                      {{"x=1=2"}, "X", "1=2"},
-                      {{"abc"}, "ABC", ""},
-                      {{" n = v"}, "n", ""},
-                      {{"=v"}, "", "v"},
-                      {{" n = v"}, " n ", " v"}};
-    for (auto const & row : rows) {
-        EXPECT_EQ(Make<TypeParam>(row.lines).GetValue(row.key), row.value)
-            << testing::PrintToString(row.lines);
-    }
+    struct { Texts lines; char const * key; char const * value; } const rows[] = {
+        {{"a=1", "B=2", "b=3"}, "b", "2"}, {{"x=1=2"}, "X", "1=2"}, {{"abc"}, "ABC", ""}, {{" n = v"}, "n", ""},
+        {{"=v"}, "", "v"}, {{" n = v"}, " n ", " v"}};
+    for (auto const & row : rows) EXPECT_EQ(Make<TypeParam>(row.lines).GetValue(row.key), row.value) << row.key;
 }
 
 // Few letters, so that prefixes of 8 and 16 bytes, their zero bytes and whole texts tie often.
 TYPED_TEST(StringSequences, SortByTheUpperCaseForms)
 {
     std::mt19937 random(7);
+    auto const upperLess = [](LCString const & a, LCString const & b) { return a.UpperCase() < b.UpperCase(); };
     for (unsigned const size : {0u, 1u, 2u, 3u, 10u, 500u}) {
         Texts texts(size);
         for (LCString & text : texts) {
             if (random() % 4 == 0) text = LCString(static_cast<int>(7 + random() % 11), 'x');
-            for (auto n = random() % 4; n > 0; --n)
-                text += LCString(std::string(1, "aAbB_\0\xE4"[random() % 7]));
+            for (auto n = random() % 4; n > 0; --n) text += LCString(std::string(1, "aAbB_\0\xE4"[random() % 7]));
         }
         TypeParam sequence = Make<TypeParam>(texts);
         sequence.SortCI();
-        auto const upperLess = [](LCString const & a, LCString const & b) {
-            return a.UpperCase() < b.UpperCase();
-        };
         std::stable_sort(texts.begin(), texts.end(), upperLess);
         bool const stable = std::same_as<TypeParam, LCStringList>;
         EXPECT_TRUE(stable ? All(sequence) == texts : std::ranges::is_sorted(sequence, upperLess));
@@ -166,62 +121,40 @@ TYPED_TEST(StringSequences, SortByTheUpperCaseForms)
 TYPED_TEST(StringCollections, ChangeCaseAndLoseNeighbours)
 {
     TypeParam collection = Make<TypeParam>({"B", "a", "A", "_", "a"});
-    if constexpr (std::same_as<TypeParam, LCStringSet>) {
-        collection.ToUpperCase();
-        EXPECT_EQ(collection.Str(' '), "A B _") << "what becomes equal merges, in the new order";
-    } else {
+    constexpr bool isSet = std::same_as<TypeParam, LCStringSet>;
+    if constexpr (!isSet) {
         collection.UniqueCI();
         EXPECT_EQ(collection.Str(' '), "B a _ a");
-        collection.ToUpperCase();
-        EXPECT_EQ(collection.Str(' '), "B A _ A");
     }
+    collection.ToUpperCase();
+    EXPECT_EQ(collection.Str(' '), isSet ? "A B _" : "B A _ A") << "in a set, what becomes equal merges";
     collection.ToLowerCase();
-    EXPECT_EQ(collection.Contains("B") || collection.Contains("A"), false);
-    EXPECT_TRUE(collection.Contains("b") && collection.Contains("a") && collection.Contains("_"));
+    EXPECT_EQ(collection.Str(' '), isSet ? "_ a b" : "b a _ a");
 }
 
-/// Byte by byte, as splitting is defined.
-Texts Split(std::string const & text, std::string const & separators, bool keepEmpty)
-{
-    Texts lines;
-    LCString line;
-    for (char const c : text) {
-        if (separators.find(c) == std::string::npos) {
-            line += c;
-        } else {
-            if (keepEmpty || !line.empty()) lines.push_back(line);
-            line.clear();
-        }
-    }
-    if (!line.empty() || text.empty()) lines.push_back(line);
-    return lines;
-}
+template <typename T> concept Divides = requires(LCStringList & l, T flag) { l.DivideTextInLines("", ';', flag); };
+static_assert(Divides<char> && Divides<bool> && !Divides<int> && !Divides<char const *>);
 
-template <typename Third>
-concept Divides = requires(LCStringList & list, Third third)
+// The text is an element of the list itself.
+TEST(StringList, SplitsAText)
 {
-    list.DivideTextInLines("", ';', third);
-};
-
-TEST(StringList, SplitsEveryText)
-{
-    static_assert(Divides<char> && Divides<bool> && !Divides<int> && !Divides<char const *>);
-    std::vector<std::string> texts{""};
-    for (std::size_t i = 0; texts[i].size() < 6; ++i) {
-        for (char const c : {'a', ';', '\n'}) texts.push_back(texts[i] + c);
-    }
-    for (std::string const & text : texts) {
-        SCOPED_TRACE(testing::PrintToString(text));
-        LCStringList list = Make<LCStringList>({text});
-        LCStringVector vector = Make<LCStringVector>({text});
+    struct { char const * text; Texts kept, dropped, atEither; } const rows[] = {
+        {"", Texts(1), Texts(1), Texts(1)}, {";", Texts(1), {}, Texts(1)}, {"a", {"a"}, {"a"}, {"a"}},
+        {"a;", {"a"}, {"a"}, {"a"}}, {";a", {"", "a"}, {"a"}, {"", "a"}}, {";;", {"", ""}, {}, {"", ""}},
+        {"a;;b\n;", {"a", "", "b\n"}, {"a", "b\n"}, {"a", "", "b", ""}}, {"\n", {"\n"}, {"\n"}, Texts(1)},
+        {"\n;a\nb", {"\n", "a\nb"}, {"\n", "a\nb"}, {"", "", "a", "b"}}};
+    for (auto const & row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.text));
+        LCStringList list = Make<LCStringList>({row.text});
+        LCStringVector vector = Make<LCStringVector>({row.text});
         vector.DivideTextInLines(vector.front(), ';');
-        EXPECT_EQ(All(vector), Split(text, ";", true));
+        EXPECT_EQ(All(vector), row.kept);
         list.DivideTextInLines(list.front(), ';', true);
-        EXPECT_EQ(All(list), Split(text, ";", true));
-        list.DivideTextInLines(text, ';', false);
-        EXPECT_EQ(All(list), Split(text, ";", false));
-        list.DivideTextInLines(text, ';', '\n');
-        EXPECT_EQ(All(list), Split(text, ";\n", true));
+        EXPECT_EQ(All(list), row.kept);
+        list.DivideTextInLines(row.text, ';', false);
+        EXPECT_EQ(All(list), row.dropped);
+        list.DivideTextInLines(row.text, ';', '\n');
+        EXPECT_EQ(All(list), row.atEither);
     }
 }
 
@@ -239,17 +172,15 @@ TEST(StringList, AddsAtBothEndsAndCopiesToStandardLists)
 
 TEST(StringList, ContainsAllOfAnother)
 {
-    auto const list = Make<LCStringList>({"a", "B"});
-    auto const set = Make<LCStringSet>({"a", "B"});
     struct { Texts other; bool exact, ignoringCase; } const rows[] = {
         {{}, true, true}, {{"B", "a"}, true, true}, {{"a", "b"}, false, true}, {{"a", "c"}, false, false}};
     for (auto const & row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.other));
         auto const check = [&](auto const & collection, auto const & other) {
-            EXPECT_EQ(collection.Contains(other), row.exact);
-            EXPECT_EQ(collection.ContainsCI(other), row.ignoringCase);
+            EXPECT_EQ(collection.Contains(other), row.exact) << testing::PrintToString(row.other);
+            EXPECT_EQ(collection.ContainsCI(other), row.ignoringCase) << testing::PrintToString(row.other);
         };
-        check(list, Make<LCStringList>(row.other));
+        auto const set = Make<LCStringSet>({"a", "B"});
+        check(Make<LCStringList>({"a", "B"}), Make<LCStringList>(row.other));
         check(set, Make<LCStringList>(row.other));
         check(set, Make<LCStringVector>(row.other));
         check(set, Make<LCStringSet>(row.other));
