@@ -20,18 +20,19 @@ inline std::mt19937_64 Random() { return std::mt19937_64(20260101); }
 /// Registers "workload/implementation": `pass` goes once over the whole input of `items` items. Reports the
 /// counter "ns", nanoseconds per item.
 template <typename Pass>
-void Register(std::string const & workload, std::string const & implementation, std::size_t items, Pass pass)
+benchmark::internal::Benchmark * Register(std::string const & workload, std::string const & implementation,
+                                          std::size_t items, Pass pass)
 {
-    benchmark::RegisterBenchmark((workload + "/" + implementation).c_str(), [items,
-                                                                             pass](benchmark::State & state) {
-        for (auto _ : state) {
-            pass();
-            benchmark::ClobberMemory();
-        }
-        state.counters["ns"] =
-            benchmark::Counter(static_cast<double>(items) * 1e-9,
-                               benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-    });
+    return benchmark::RegisterBenchmark(
+        (workload + "/" + implementation).c_str(), [items, pass](benchmark::State & state) {
+            for (auto _ : state) {
+                pass();
+                benchmark::ClobberMemory();
+            }
+            state.counters["ns"] = benchmark::Counter(static_cast<double>(items) * 1e-9,
+                                                      benchmark::Counter::kIsIterationInvariantRate |
+                                                          benchmark::Counter::kInvert);
+        });
 }
 
 /// Ends the program if an implementation does not give what the others give.

@@ -72,6 +72,17 @@ void LCRWCriticalSection::UnlockReader()
 
 bool LCRWCriticalSection::LockWriter(LCULong timeout)
 {
+    std::uint32_t state = 0;
+    if (!mivState.compare_exchange_strong(state, closed, std::memory_order_acquire,
+                                          std::memory_order_relaxed))
+        return WaitAsWriter(timeout);
+    mivOwner.store(ThreadNumber(), std::memory_order_relaxed);
+    mivDepth = 1;
+    return true;
+}
+
+bool LCRWCriticalSection::WaitAsWriter(LCULong timeout)
+{
     Uninterrupted const uninterrupted;
     std::uint64_t const self = ThreadNumber();
     if (mivOwner.load(std::memory_order_relaxed) != self) {
@@ -88,7 +99,7 @@ void LCRWCriticalSection::UnlockWriter()
 {
     if (--mivDepth != 0) return;
     mivOwner.store(0, std::memory_order_relaxed);
-    std::uint32_t state = mivState.load(std::memory_order_relaxed);
+    std::uint32_t state = closed;
     while ((state & queued) == 0) {
         if (mivState.compare_exchange_weak(state, state & ~closed, std::memory_order_release,
                                            std::memory_order_relaxed))

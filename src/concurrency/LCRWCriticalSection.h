@@ -43,6 +43,7 @@ private:
     struct Waiter;
 
     bool TryEnter(bool asWriter);
+    bool WaitAsWriter(LCULong timeout);
     bool Queue(bool asWriter, LCULong timeout);
     bool Append(Waiter & waiter);
     bool EnterFromHead(Waiter & waiter);

@@ -17,7 +17,8 @@ struct Protection {
     Undo const * undo = nullptr;
     std::uint64_t number = 0;
 };
-extern constinit thread_local Protection cotProtection;
+/// Read in signal handlers, so it must not be allocated at its first use.
+[[gnu::tls_model("initial-exec")]] extern constinit thread_local Protection cotProtection;
 
 /// Has the calling thread do what was put off.
 void CatchUp() noexcept;

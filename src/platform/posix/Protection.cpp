@@ -7,8 +7,7 @@ extern "C" __attribute__((visibility("hidden"))) void * __dso_handle;
 
 namespace qrtcl::platform {
 
-// Read in a signal handler: it must not be allocated at its first use.
-__attribute__((tls_model("initial-exec"))) constinit thread_local Protection cotProtection;
+constinit thread_local Protection cotProtection;
 
 std::uint64_t NewThreadNumber() noexcept
 {
