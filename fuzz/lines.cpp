@@ -16,12 +16,9 @@ Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
     Lines lines;
     std::string line;
     for (char const c : text) {
-        if (c != sep1 && c != sep2) {
-            line += c;
-            continue;
-        }
-        if (keepEmpty || !line.empty()) lines.push_back(line);
-        line.clear();
+        bool const ends = c == sep1 || c == sep2;
+        if (ends && (keepEmpty || !line.empty())) lines.push_back(line);
+        line = ends ? "" : line + c;
     }
     if (!line.empty()) lines.push_back(line);
     return lines;
@@ -29,9 +26,7 @@ Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
 
 void RequireLines(char const * what, auto const & got, Lines const & expected)
 {
-    bool const same = std::equal(got.begin(), got.end(), expected.begin(), expected.end(),
-                                 [](LCString const & a, std::string const & b) { return a.str() == b; });
-    RequireEqual(what, same, true);
+    RequireEqual(what, std::equal(got.begin(), got.end(), expected.begin(), expected.end()), true);
 }
 
 }  // namespace

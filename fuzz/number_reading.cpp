@@ -12,12 +12,8 @@ template <typename Number> void Compare(char const * what, std::string const & t
     in.imbue(std::locale::classic());
     bool const good = static_cast<bool>(in >> (hex ? std::hex : std::dec) >> expected);
     Number got = 77;
-    bool const done = read(got);
-    if (good != done || std::memcmp(&got, &expected, sizeof got) != 0) {
-        std::fprintf(stderr, "%s of \"%s\": %d %.17g, expected %d %.17g\n", what, text.c_str(), done,
-                     static_cast<double>(got), good, static_cast<double>(expected));
-        std::abort();
-    }
+    RequireEqual(what, read(got), good);
+    RequireEqual(what, std::memcmp(&got, &expected, sizeof got), 0);
 }
 
 }  // namespace
