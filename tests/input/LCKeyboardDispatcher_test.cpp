@@ -1,6 +1,5 @@
 #include "input/LCKeyboardDispatcher.h"
 
-#include <random>
 #include <string>
 
 #include "platform/Clock.h"
@@ -10,15 +9,16 @@ namespace {
 
 using KeyEvent = LCEvent5Param<unsigned short &, bool, bool, bool, bool &>;
 using CharEvent = LCEvent2Param<char &, bool &>;
+using CodeEvent = LCEvent1Param<LCString const &>;
 
 /// The system's clock stands still, and the application's moves by its offset.
-class Keyboard : public testing::Test {
-protected:
+struct Keyboard : testing::Test {
     Keyboard()
     {
-        qrtcl::platform::ReplaceClock(
-            []() noexcept { return qrtcl::platform::LocalTime{2024, 12, 31, 23, 59, 58, 990, 60}; });
+        using namespace qrtcl::platform;
+        ReplaceClock([]() noexcept { return LocalTime{2024, 12, 31, 23, 59, 58, 990, 60}; });
         Reset();
+        dispatcher.SetHasPrefix(true);
     }
     ~Keyboard() override
     {
@@ -39,24 +39,21 @@ protected:
     /// that is not.
     std::string Press(std::string const & keys)
     {
-        movLog.clear();
+        log.clear();
         for (char key : keys) {
-            if (key == '>' || key == '.') {
-                LCDateTime::SetCurrentDateTimeOffset(LCDateTime::GetCurrentDateTimeOffset() +
-                                                     (key == '>' ? 1 : 0.02));
-            } else {
-                movLog += dispatcher.DoKeyPress(key) ? '+' : '-';
-            }
+            double const seconds = key == '>' ? 1.0 : key == '.' ? 0.02 : 0.0;
+            LCDateTime::SetCurrentDateTimeOffset(LCDateTime::GetCurrentDateTimeOffset() + seconds);
+            if (seconds == 0.0) log += dispatcher.DoKeyPress(key) ? '+' : '-';
         }
-        return movLog;
+        return log;
     }
-    void OnCode(LCString const & text) { movLog += "(" + text.str() + ")"; }
-    void OnTyped(char & key, bool &) { movLog += {'[', key, ']'}; }
+    void OnCode(LCString const & text) { log += "(" + text.str() + ")"; }
+    void OnTyped(char & key, bool &) { log += {'[', key, ']'}; }
 
     LCKeyboardDispatcher & dispatcher = LCKeyboardDispatcher::Instance();
-    LCEvent1Param<LCString const &>::LCHandler code{this, &Keyboard::OnCode};
+    CodeEvent::LCHandler code{this, &Keyboard::OnCode};
     CharEvent::LCHandler typed{this, &Keyboard::OnTyped};
-    std::string movLog;
+    std::string log;
 };
 
 TEST_F(Keyboard, CodesAreToldFromTyping)
@@ -67,65 +64,31 @@ TEST_F(Keyboard, CodesAreToldFromTyping)
         {false, 3, "A>>B>>\rC\r", "++()++(C)+"},  // the limit is that of the whole code, not of a gap
         {false, 3, {"A\0B\r", 4}, {"+++(A\0B)+", 9}},
         {false, 0.5, "A.\r", "+()+"},  // from 58.990 to 59.010: only the seconds count
-        {false, -1, "A\r.B>\r", "+(A)++()+"},
-        {true, 3, "=12\r", "+++(12)+"},
-        {true, 3, "X\r", "[X]-[\r]-"},
-        {true, 3, "=\r", "+()+"},
-        {true, 3, "=>=1\r", "+++(=1)+"},
-        {true, 3, "=1>>>>>1\r", "++[1]-[\r]-"},
-        {true, 3, "=1>>>>>=2\r", "++++(2)+"},
-        {true, 3, "=A\rB=C\r", "++(A)+[B]-++(C)+"},
+        {false, -1, "A\r.B>\r", "+(A)++()+"}, {true, 3, "=12\r", "+++(12)+"}, {true, 3, "X\r", "[X]-[\r]-"},
+        {true, 3, "=\r", "+()+"}, {true, 3, "=>=1\r", "+++(=1)+"}, {true, 3, "=1>>>>>1\r", "++[1]-[\r]-"},
+        {true, 3, "=1>>>>>=2\r", "++++(2)+"}, {true, 3, "=A\rB=C\r", "++(A)+[B]-++(C)+"},
     };
-    EXPECT_FALSE(dispatcher.GetHasPrefix());
-    EXPECT_EQ(dispatcher.GetReactionSpeed(), 3.0);
     for (auto const & row : rows) {
         Reset();
+        EXPECT_EQ(std::pair(dispatcher.GetHasPrefix(), dispatcher.GetReactionSpeed() == 3.0), std::pair(false, true));
         dispatcher.SetHasPrefix(row.hasPrefix);
         dispatcher.SetReactionSpeed(row.speed);
         EXPECT_EQ(Press(row.keys), row.expected) << testing::PrintToString(row.keys);
     }
 }
 
-/// The rules of a code; what it gives is what `Press` gives.
-struct Model {
-    bool hasPrefix = false, open = false;
-    char prefix = '=', suffix = '\r';
-    int now = 0, start = 0, speed = 3;
-    std::string text;
-
-    std::string Press(char key)
-    {
-        if (key == '>') return ++now, "";
-        if (open && now - start > std::max(speed, 0)) open = false;
-        if (!open) {
-            if (hasPrefix && key != prefix) return {'[', key, ']', '-'};
-            open = true;
-            start = now;
-            text.clear();
-            if (hasPrefix) return "+";
-        }
-        open = key != suffix;
-        if (!open) return "(" + text + ")+";
-        text += key;
-        return "+";
-    }
-};
-
-TEST_F(Keyboard, SettingsMayChangeAtAnyCharacter)
+TEST_F(Keyboard, ASettingTakesEffectAtTheNextCharacterAlsoDuringACode)
 {
-    std::mt19937 random(10);
-    auto const pick = [&](std::string const & from) { return from[random() % from.size()]; };
-    Model model;
-    for (int step = 0; step < 20000; ++step) {
-        switch (random() % 16) {
-        case 0: dispatcher.SetHasPrefix(model.hasPrefix = random() % 2 == 0); break;
-        case 1: dispatcher.SetPrefix(model.prefix = pick("=A\r")); break;
-        case 2: dispatcher.SetSuffix(model.suffix = pick("\r=B")); break;
-        case 3: dispatcher.SetReactionSpeed(model.speed = static_cast<int>(random() % 5) - 1); break;
-        }
-        char const key = pick("=AB\r>>");
-        ASSERT_EQ(Press({key}), model.Press(key)) << "step " << step << ", " << key;
-    }
+    EXPECT_EQ(Press("=1"), "++");
+    dispatcher.SetPrefix('A');
+    dispatcher.SetSuffix('2');
+    EXPECT_EQ(Press("A\r2=A1>"), "++(1A\r)+[=]-++");
+    dispatcher.SetReactionSpeed(0.0);
+    EXPECT_EQ(Press("2A1"), "[2]-++");
+    dispatcher.SetHasPrefix(false);
+    EXPECT_EQ(Press("2B"), "(1)++");
+    dispatcher.SetHasPrefix(true);
+    EXPECT_EQ(Press("2B"), "(B)+[B]-");
 }
 
 /// A part of the application that notes the keys it gets, and uses them up if told so.
@@ -149,30 +112,26 @@ struct Window {
     char name;
     bool used = true;
     LCKeyboardDispatcher::LCHandler handler{};
-    KeyEvent::LCHook down{handler.OnKeyDown, this, &Window::OnKey},
-        up{handler.OnKeyUp, this, &Window::OnKeyUp};
+    KeyEvent::LCHook down{handler.OnKeyDown, this, &Window::OnKey}, up{handler.OnKeyUp, this, &Window::OnKeyUp};
     CharEvent::LCHook press{handler.OnKeyPress, this, &Window::OnChar};
 };
 
 TEST_F(Keyboard, KeysGoToTheHandlerOnTopOfTheStack)
 {
-    dispatcher.SetHasPrefix(true);
-    std::string log;
     Window a{log, 'a'}, b{log, 'b'};
     EXPECT_EQ(Press("0"), "[0]-");
     a.handler.Register();
     b.handler.Register();
-    EXPECT_EQ(Press("1"), "[1]+");
+    EXPECT_EQ(Press("1"), "[1]b1+");
     b.used = false;
-    EXPECT_EQ(Press("2"), "[2]-");
+    EXPECT_EQ(Press("2"), "[2]b2-");
     a.handler.Unregister();  // takes b off, which is on top
     dispatcher.PushHandler(a.handler);
     dispatcher.PopHandler();
-    EXPECT_EQ(Press("3"), "[3]+");
+    EXPECT_EQ(Press("3"), "[3]a3+");
     dispatcher.PopHandler();
     dispatcher.PopHandler();  // on the empty stack
     EXPECT_EQ(Press("4"), "[4]-");
-    EXPECT_EQ(log, "b1b2a3");
 }
 
 TEST_F(Keyboard, KeysGoByReferenceToReceiversAndThenToTheHandler)
@@ -181,25 +140,22 @@ TEST_F(Keyboard, KeysGoByReferenceToReceiversAndThenToTheHandler)
         void OnKey(unsigned short & key, bool & handled) { handled = ++key == 8; }
         void OnChar(char & ch, bool & handled) { handled = ++ch == 'y'; }
     } filter;
-    std::string log;
     Window window{log, 'w'};
     window.handler.Register();
-    dispatcher.SetHasPrefix(true);
     CharEvent::LCHook const press(dispatcher.OnKeyPress, filter, &Filter::OnChar);
-    EXPECT_EQ(Press("xz"), "[x]+[z]+");
-    EXPECT_EQ(log, "w{");
+    EXPECT_EQ(Press("xz"), "[x]+[z]w{+");
+    LCEvent2Param<unsigned short &, bool &>::LCHook const down(dispatcher.OnKeyDown, filter, &Filter::OnKey),
+        up(dispatcher.OnKeyUp, filter, &Filter::OnKey);
     for (auto const send : {&LCKeyboardDispatcher::DoKeyDown, &LCKeyboardDispatcher::DoKeyUp}) {
-        bool const isDown = send == &LCKeyboardDispatcher::DoKeyDown;
-        LCEvent2Param<unsigned short &, bool &>::LCHook const hook(
-            isDown ? dispatcher.OnKeyDown : dispatcher.OnKeyUp, filter, &Filter::OnKey);
         for (bool const used : {false, true}) {
             log.clear();
             window.used = used;
             unsigned short seven = 7, eight = 8;
             EXPECT_TRUE((dispatcher.*send)(seven, used, false, true));
             EXPECT_EQ((dispatcher.*send)(eight, used, !used, true), used);
+            bool const isUp = send == &LCKeyboardDispatcher::DoKeyUp;
+            EXPECT_EQ(log, std::string(isUp ? "^w9" : "w9") + (used ? "a-c" : "-bc"));
             EXPECT_EQ(eight, 10);
-            EXPECT_EQ(log, std::string(isDown ? "" : "^") + (used ? "w9a-c" : "w9-bc"));
         }
     }
 }
@@ -216,18 +172,14 @@ TEST_F(Keyboard, AReceiverOfACodeFindsTheDispatcherIdleAndMayChangeTheStack)
         }
         Window & window;
     };
-    std::string log;
     Window window{log, 'w'};
     Opener opener{window};
-    LCEvent1Param<LCString const &>::LCHook const hook(dispatcher.OnCode, opener, &Opener::OnCode);
-    dispatcher.SetHasPrefix(true);
-    EXPECT_EQ(Press("=A\r!"), "++(A)[?](Z)+[!]+");
-    EXPECT_EQ(log, "w?w!");
+    CodeEvent::LCHook const hook(dispatcher.OnCode, opener, &Opener::OnCode);
+    EXPECT_EQ(Press("=A\r!"), "++(A)[?]w?(Z)+[!]w!+");
 }
 
 TEST_F(Keyboard, ACopyHasTheSettingsTheReceiversAndTheOpenCode)
 {
-    dispatcher.SetHasPrefix(true);
     Press("=A");
     static LCKeyboardDispatcher const & copy = *new LCKeyboardDispatcher(dispatcher);
     EXPECT_EQ(Press("\rB"), "(A)+[B]-");
@@ -235,11 +187,7 @@ TEST_F(Keyboard, ACopyHasTheSettingsTheReceiversAndTheOpenCode)
     EXPECT_EQ(Press("B\rC"), "+(AB)+[C]-");
 }
 
-template <typename Argument>
-concept SaysWhetherThereIsAPrefix = requires(Argument argument)
-{
-    LCKeyboardDispatcher::Instance().SetHasPrefix(argument);
-};
-static_assert(SaysWhetherThereIsAPrefix<bool> && !SaysWhetherThereIsAPrefix<char const *>);
+template <typename T> concept SaysIfThereIsAPrefix = requires(LCKeyboardDispatcher & d, T t) { d.SetHasPrefix(t); };
+static_assert(SaysIfThereIsAPrefix<bool> && !SaysIfThereIsAPrefix<char const *>);
 
 }  // namespace
