@@ -8,6 +8,8 @@
 
 namespace {
 
+static_assert(!std::is_copy_constructible_v<LCDebugMessageDefault>);
+
 TEST(DebugMessageDefault, EachOneShowsABoxAsLongAsItLivesAndOnlyYesIsYes)
 {
     std::string shown;
@@ -16,39 +18,31 @@ TEST(DebugMessageDefault, EachOneShowsABoxAsLongAsItLivesAndOnlyYesIsYes)
         shown += caption.str() + "|" + text.str() + "|" + std::to_string(style) + " ";
         return chosen;
     });
-    auto const shownBy = [&](bool before, bool expected) {
+    auto const outcome = [&](bool answer) {
         shown.clear();
-        bool answer = before;
         covDebugMessage.ReportDebugMessage("caption", "note");
         covDebugMessage.ReportDebugMessageYesNo("caption", "question", answer);
-        EXPECT_EQ(answer, expected) << chosen;
-        return shown;
+        return shown + (answer ? "yes" : "no");
     };
-
     EXPECT_FALSE(covDebugMessage.mbvReportEnabled);
-    EXPECT_EQ(shownBy(true, true), "");
-    std::optional<LCDebugMessageDefault> first(std::in_place);
+    EXPECT_EQ(outcome(true), "yes");
+    std::optional<LCDebugMessageDefault> first(std::in_place), second;
     for (chosen = -1; chosen < 9; ++chosen) {
-        EXPECT_EQ(shownBy(true, chosen == 6), "caption|note|0 caption|question|4 ");
-        EXPECT_EQ(shownBy(false, chosen == 6), shown);
+        std::string const expected = std::string("caption|note|0 caption|question|4 ") + (chosen == 6 ? "yes" : "no");
+        EXPECT_EQ(outcome(true), expected) << chosen;
+        EXPECT_EQ(outcome(false), expected) << chosen;
     }
-    chosen = 6;
-    {
-        LCDebugMessageDefault const second;
-        EXPECT_EQ(shownBy(false, true),
-                  "caption|note|0 caption|note|0 caption|question|4 caption|question|4 ");
-    }
+    second.emplace();
+    EXPECT_EQ(outcome(true), "caption|note|0 caption|note|0 caption|question|4 caption|question|4 no");
+    second.reset();
     covDebugMessage.mbvReportEnabled = false;
-    EXPECT_EQ(shownBy(true, false), "");
+    EXPECT_EQ(outcome(true), "no");
     covDebugMessage.mbvReportEnabled = true;
     first.reset();
-    EXPECT_EQ(shownBy(true, true), "");
+    EXPECT_EQ(outcome(true), "yes");
     EXPECT_TRUE(covDebugMessage.mbvReportEnabled);
-
     covDebugMessage = LCDebugMessage();
     LHCMessageBox::SetPresenter({});
 }
-
-static_assert(!std::is_copy_constructible_v<LCDebugMessageDefault>);
 
 }  // namespace

@@ -13,13 +13,11 @@ struct Counted : LCObject {
 
 TEST(Object, IdsCountUpAndCopiesKeepThem)
 {
-    Counted const first;
-    EXPECT_EQ(first.GetUniqueID(), Counted::Count());
+    Counted const first, copy(first);
     Counted second;
-    EXPECT_EQ(second.GetUniqueID(), first.GetUniqueID() + 1);
-
-    Counted const copy(first);
     EXPECT_EQ(copy.GetUniqueID(), first.GetUniqueID());
+    EXPECT_EQ(second.GetUniqueID(), first.GetUniqueID() + 1);
+    EXPECT_EQ(second.GetUniqueID(), Counted::Count());
     second = first;
     EXPECT_EQ(second.GetUniqueID(), first.GetUniqueID());
     EXPECT_EQ(Counted::Count(), first.GetUniqueID() + 1);
@@ -32,8 +30,7 @@ TEST(Object, TheSeamsAnswerHarmlessly)
     EXPECT_EQ(gopInfo, nullptr);
     LCInfo info;
     EXPECT_TRUE(info.ShowInfo() && info.HideInfo() && info.SetInfo("loading") && info.ClearInfo());
-    EXPECT_FALSE(LCCheckCancel().IsCancelled());
-    EXPECT_TRUE(LCOverwriteCallback().AskOverwrite(nullptr));
+    EXPECT_TRUE(LCOverwriteCallback().AskOverwrite(nullptr) && !LCCheckCancel().IsCancelled());
 }
 
 }  // namespace

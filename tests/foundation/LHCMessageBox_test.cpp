@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr unsigned int note = LHCMessageBox::civStyle_Ok, question = LHCMessageBox::civStyle_YesNo;
-constexpr int ok = LHCMessageBox::civAnswer_Ok, yes = LHCMessageBox::civAnswer_Yes,
-              no = LHCMessageBox::civAnswer_No;
+using Box = LHCMessageBox;
+constexpr unsigned int note = Box::civStyle_Ok, question = Box::civStyle_YesNo;
+constexpr int ok = Box::civAnswer_Ok, yes = Box::civAnswer_Yes, no = Box::civAnswer_No;
 
-enum class Place { Terminal, Background, Service };
+enum Place { Terminal, Background, Service };
 
 /// Shows a box in a process of its own, with a new terminal on which `typed` is typed. Gives what came out
 /// there, or in the error output of the other places, and behind it the answer.
@@ -23,11 +23,11 @@ std::string OutcomeOf(Place place, unsigned int style, std::string const & typed
     EXPECT_EQ(::pipe(errors), 0);
     ::pid_t const child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
-        if (place != Place::Terminal) ::dup2(errors[1], STDERR_FILENO);
-        ::pid_t const job = place == Place::Terminal ? 0 : ::fork();
+        if (place != Terminal) ::dup2(errors[1], STDERR_FILENO);
+        ::pid_t const job = place == Terminal ? 0 : ::fork();
         if (job == 0) {
-            if (place == Place::Background) ::setpgid(0, 0);
-            if (place == Place::Service) ::setsid();
+            if (place == Background) ::setpgid(0, 0);
+            if (place == Service) ::setsid();
             ::_exit(LHCMessageBox::Show("text", "caption", style));
         }
         int status = 0;
@@ -38,7 +38,7 @@ std::string OutcomeOf(Place place, unsigned int style, std::string const & typed
     EXPECT_EQ(::write(terminal, typed.data(), typed.size()), static_cast<::ssize_t>(typed.size()));
     std::string output;
     char c = 0;
-    while (::read(place == Place::Terminal ? terminal : errors[0], &c, 1) == 1) output += c;
+    while (::read(place == Terminal ? terminal : errors[0], &c, 1) == 1) output += c;
     int status = 0;
     ::waitpid(child, &status, 0);
     ::close(terminal);
@@ -48,21 +48,18 @@ std::string OutcomeOf(Place place, unsigned int style, std::string const & typed
 
 TEST(MessageBox, ATerminalIsAskedAndElsewhereNothingWaitsAndTheAnswerIsNo)
 {
+    std::string const ask = "Yes or no?", line = "caption: text\n";
     struct { Place place; unsigned int style; std::string typed, asked; int expected; } const rows[] = {
-        {Place::Terminal, question, "y\n", "Yes or no?", yes},
-        {Place::Terminal, question, "YES\r", "Yes or no?", yes},
-        {Place::Terminal, question, "\nyo\nyes\n", "Yes or no?", yes},
-        {Place::Terminal, question, "\n\nNo\ny\n", "Yes or no?", no},
-        {Place::Terminal, question, "\x04", "Yes or no?", no}, {Place::Terminal, note, "\n", "Return", ok},
-        {Place::Background, question, "y\n", "caption: text\n", no},
-        {Place::Background, note, "", "caption: text\n", ok},
-        {Place::Service, question, "y\n", "caption: text\n", no}, {Place::Service, note, "", "caption: text\n", ok},
+        {Terminal, question, "y\n", ask, yes}, {Terminal, question, "YES\r", ask, yes},
+        {Terminal, question, "\nyo\nyes\n", ask, yes}, {Terminal, question, "\n\nNo\ny\n", ask, no},
+        {Terminal, question, "\x04", ask, no}, {Terminal, note, "\n", "Return", ok},
+        {Background, question, "y\n", line, no}, {Background, note, "", line, ok},
+        {Service, question, "y\n", line, no}, {Service, note, "", line, ok},
     };
     for (auto const & row : rows) {
         std::string const outcome = OutcomeOf(row.place, row.style, row.typed);
-        for (std::string const & part : {std::string("caption"), std::string("text"), row.asked}) {
+        for (auto const & part : {std::string("caption"), std::string("text"), row.asked})
             EXPECT_NE(outcome.find(part), std::string::npos) << part << " in " << outcome;
-        }
         EXPECT_EQ(outcome.back(), '0' + row.expected) << testing::PrintToString(row.typed);
     }
 }
