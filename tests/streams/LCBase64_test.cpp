@@ -4,6 +4,7 @@
 #include <memory>
 #include <random>
 #include <utility>
+#include <vector>
 
 #include "streams/detail/Base64Codec.h"
 #include "support/Support.h"
@@ -17,24 +18,22 @@ using Rows = std::pair<std::string, std::string> const[];
 std::string const letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 /// The plain rule of decoding whole groups.
-std::string PlainDecode(std::string const & text)
+std::vector<unsigned char> PlainDecode(std::vector<char> const & text)
 {
-    std::string bytes;
+    std::vector<unsigned char> bytes;
     std::size_t bits = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         std::size_t const value = letters.find(text[i]);
         bits = bits << 6 | (value == std::string::npos ? 0 : value);
-        for (int shift = 16; i % 4 == 3 && shift >= 0; shift -= 8) bytes += static_cast<char>(bits >> shift);
+        for (int shift = 16; i % 4 == 3 && shift >= 0; shift -= 8) bytes.push_back(bits >> shift & 0xFF);
     }
     return bytes;
 }
 
 TEST(Base64, BothWaysOfAllForms)
 {
-    // clang-format off
     for (auto const & [bytes, text] : Rows{
              {"", ""}, {"abc", "YWJj"}, {"\0"s, "AA=="}, {"\0\xFF"s, "AP8="}, {"\xFB\xEF\xBE?", "++++Pw=="}}) {
-        // clang-format on
         auto const * const data = reinterpret_cast<unsigned char const *>(bytes.data());
         EXPECT_EQ(LCBase64::Encode(LCString(bytes)), LCString(text));
         EXPECT_EQ(LCBase64::Encode(data, static_cast<unsigned int>(bytes.size())), LCString(text));
@@ -51,17 +50,14 @@ TEST(Base64, BothWaysOfAllForms)
 
 TEST(Base64, DecodingRefusesNothingButTheLength)
 {
-    // clang-format off
     for (auto const & [text, bytes] : Rows{
              {"!!!!", "\0\0\0"s}, {"YWJj YWJ", "abc\x01\x85\x89"}, {"YQ=A", "a\0"s}, {"YWJ=YWJj", "ab@abc"},
              {"YWJjY===", "abc`"s}, {"\xFF\x80YQ", "\0\6\x10"s}})
-        // clang-format on
         EXPECT_EQ(LCBase64::Decode(LCString(text)).str(), bytes) << text;
     for (LCString const text : {"Y", "YW", "YWJ", "YWJjY"}) {
         LCUInt64 length = 99;
-        EXPECT_EQ(LCBase64::Decode(text, length), nullptr);
+        EXPECT_TRUE(LCBase64::Decode(text, length) == nullptr && LCBase64::Decode(text) == "") << text.str();
         EXPECT_EQ(length, 99u);
-        EXPECT_EQ(LCBase64::Decode(text), "");
     }
 }
 
@@ -95,44 +91,40 @@ TEST(Base64, EveryWayGivesThePlainRulesBytes)
 {
     std::minstd_rand random(7);
     for (auto const & codec : qrtcl::base64::Codecs()) {
-        for (unsigned round = 0; round < 256 * 44 + 70; ++round) {
-            std::size_t const groups = round < 256 * 44 ? 11 : round % 70;
+        for (unsigned round = 0; round < 256 * 44 + 69; ++round) {
+            std::size_t const groups = round < 256 * 44 ? 11 : round % 69 + 1;
             std::vector<unsigned char> data(3 * groups);
             for (unsigned char & byte : data) byte = static_cast<unsigned char>(random() >> 8);
             std::vector<char> text(4 * groups);
             codec.Encode(data.data(), groups, text.data());
-            ASSERT_EQ(PlainDecode({text.begin(), text.end()}), std::string(data.begin(), data.end()))
-                << codec.name;
+            ASSERT_EQ(PlainDecode(text), data) << codec.name;
 
             unsigned char const any = static_cast<unsigned char>(round % 256);
             bool const good = letters.find(static_cast<char>(any)) != std::string::npos;
             EXPECT_EQ(LCBase64::IsBase64Char(any), good) << round;
-            if (groups > 0) text[round / 256 % text.size()] = static_cast<char>(any);
-            ASSERT_EQ(codec.Decode(text.data(), groups, data.data()), good || groups == 0)
-                << codec.name << ' ' << round;
-            ASSERT_EQ(std::string(data.begin(), data.end()), PlainDecode({text.begin(), text.end()}))
-                << codec.name;
+            text[round / 256 % text.size()] = static_cast<char>(any);
+            ASSERT_EQ(codec.Decode(text.data(), groups, data.data()), good) << codec.name << ' ' << round;
+            ASSERT_EQ(PlainDecode(text), data) << codec.name;
         }
+        EXPECT_TRUE(codec.Decode(nullptr, 0, nullptr));
     }
 }
 
 TEST(Base64, StrictDecodingNamesTheFirstBadByte)
 {
     std::string const many(400, '/');
-    std::string const oneBad = many.substr(0, 250) + '-' + many.substr(251);
-    // clang-format off
     std::pair<std::string, LCUInt64> const rows[] = {
         {"", LCString::npos}, {"YWJj", LCString::npos}, {"YQ==", LCString::npos}, {"YWI=", LCString::npos},
-        {many, LCString::npos}, {many + "YQ=A", 403}, {oneBad, 250}, {oneBad + "Y", 250}, {many + "Y", 401},
+        {many, LCString::npos}, {many + "YQ=A", 403}, {many.substr(0, 250) + '-' + many, 250}, {many + "Y", 401},
         {"YQ=", 3}, {"YQ", 2}, {"YW Jj", 2}, {"Y===", 1}, {"====", 0}, {"YQ==YWJj", 4}, {"YWI=YWJj", 4},
-        {"YI==", 2}, {"YWK=", 3}, {"YWJj\n", 4}};
-    // clang-format on
+        {"YI==", 2}, {"YWK=", 3}, {"YWJj
+", 4}};
     for (auto const & [text, position] : rows) {
+        bool const good = position == LCString::npos;
         LCString out = "old";
         LCUInt64 bad = 99;
-        EXPECT_EQ(LCBase64::DecodeStrict(LCString(text), out, bad), position == LCString::npos) << text;
-        EXPECT_EQ(bad, position) << text;
-        EXPECT_EQ(out, position == LCString::npos ? LCBase64::Decode(LCString(text)) : LCString()) << text;
+        EXPECT_EQ(LCBase64::DecodeStrict(LCString(text), out, bad), good) << text;
+        EXPECT_EQ(std::pair(bad, out), std::pair(position, good ? LCBase64::Decode(LCString(text)) : "")) << text;
     }
 }
 
