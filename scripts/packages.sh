@@ -25,5 +25,5 @@ build_packages=(g++ cmake ninja-build ccache libxml2-dev)
 test_packages=(libgtest-dev)
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev python3 libxml2-utils locales)
 bench_packages=(libbenchmark-dev python3 pkg-config libfast-float-dev libfmt-dev libboost-dev libabsl-dev libpoco-dev
-    libsigc++-2.0-dev libuv1-dev libasio-dev nlohmann-json3-dev libpugixml-dev libtinyxml2-dev libssl-dev uuid-dev
+    libsigc++-2.0-dev libuv1-dev libasio-dev nlohmann-json3-dev libexpat1-dev libpugixml-dev libtinyxml2-dev libssl-dev uuid-dev
     libglib2.0-dev qt6-base-dev)

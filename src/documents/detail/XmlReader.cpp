@@ -164,8 +164,7 @@ private:
     }
 
     /// The parser's own frames stand between: what is thrown waits until it has come back. Until then it is
-    /// told that the text is at its end; stopping it from inside one of these calls is not safe in all of
-    /// them.
+    /// told that the text is at its end: stopping it is not safe in all of these calls.
     template <typename... Parameters, typename... Arguments>
     static void Guarded(void * self, void (XmlReader::*handle)(Parameters...), Arguments... arguments)
     {
@@ -192,12 +191,15 @@ private:
         *count = static_cast<int>(copied);
     }
 
-    [[noreturn]] void Fail(std::string const & what) const
-    {
-        throw Failure{At(mopParser->input->line, mopParser->input->col) + what};
-    }
+    std::string Position() const { return At(mopParser->input->line, mopParser->input->col); }
+    [[noreturn]] void Fail(std::string const & what) const { throw Failure{Position() + what}; }
 
-    void RefuseDoctype() { Fail("a document type is not accepted"); }
+    void RefuseDoctype()
+    {
+        std::string const where = Position();
+        xmlStopParser(mopParser.get());  // here it is safe, and no entity is even declared
+        throw Failure{where + "a document type is not accepted"};
+    }
 
     void StartElement(xmlChar const * name, xmlChar const ** attributes)
     {
