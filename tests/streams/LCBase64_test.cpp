@@ -117,8 +117,7 @@ TEST(Base64, StrictDecodingNamesTheFirstBadByte)
         {"", LCString::npos}, {"YWJj", LCString::npos}, {"YQ==", LCString::npos}, {"YWI=", LCString::npos},
         {many, LCString::npos}, {many + "YQ=A", 403}, {many.substr(0, 250) + '-' + many, 250}, {many + "Y", 401},
         {"YQ=", 3}, {"YQ", 2}, {"YW Jj", 2}, {"Y===", 1}, {"====", 0}, {"YQ==YWJj", 4}, {"YWI=YWJj", 4},
-        {"YI==", 2}, {"YWK=", 3}, {"YWJj
-", 4}};
+        {"YI==", 2}, {"YWK=", 3}, {"YWJj\n", 4}};
     for (auto const & [text, position] : rows) {
         bool const good = position == LCString::npos;
         LCString out = "old";
