@@ -40,8 +40,8 @@ void Fuzz(Input input)
     std::string const format = input.Rest();
 
     int const bias = LCDateTime::GetCurrentTimeZoneBias();
-    std::string const zone =
-        std::string(1, bias < 0 ? '-' : '+') + Field(std::abs(bias) / 60, 2) + ":" + Field(std::abs(bias) % 60, 2);
+    std::string const zone = std::string(bias < 0 ? "-" : "+") + Field(std::abs(bias) / 60, 2) + ":" +
+                             Field(std::abs(bias) % 60, 2);
     LCDateTime const date(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
     RequireEqual("date", date.StrFormat(LCString(format)).str(),
                  Format(format, "YMDHhmSstZ",
