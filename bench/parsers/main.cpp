@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
-#include <expat.h>
-#include <pugixml.hpp>
 #include <string>
 
+#include <expat.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
+#include <pugixml.hpp>
 
 #include "documents/LHCDocument.h"
 #include "time/LCDateTime.h"
