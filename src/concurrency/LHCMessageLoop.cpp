@@ -54,8 +54,8 @@ public:
 
 private:
     bool Handle();
-    bool RunCalls();
-    bool RunTicks();
+    bool RunCalls(bool quit);
+    bool RunTicks(bool quit);
     LCTimer * NextTick(Moment now);
     Moment NextDue();
     void RemoveFront();
@@ -144,15 +144,16 @@ int Loop::GetDescriptor()
 
 bool Loop::Handle()
 {
-    bool const called = RunCalls();
-    return RunTicks() || called;
+    // A pending end is the business of `Run`; one that comes in here leaves the rest due.
+    bool const quit = mbvQuit;
+    bool const called = RunCalls(quit);
+    return RunTicks(quit) || called;
 }
 
 /// Those that are there now: calls that post themselves again do not keep the ticks waiting.
-bool Loop::RunCalls()
+bool Loop::RunCalls(bool quit)
 {
     bool ran = false;
-    bool const quit = mbvQuit;
     std::size_t count = 1;
     for (std::size_t i = 0; i < count && mbvQuit == quit; ++i) {
         std::function<void()> call;
@@ -170,10 +171,9 @@ bool Loop::RunCalls()
     return ran;
 }
 
-bool Loop::RunTicks()
+bool Loop::RunTicks(bool quit)
 {
     bool ran = false;
-    bool const quit = mbvQuit;
     Moment const now = TickNow();
     while (mbvQuit == quit) {
         LCTimer * const timer = NextTick(now);

@@ -4,18 +4,17 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
 #include <thread>
-#include <unistd.h>
 
 #include "concurrency/LHCThread.h"
 
-/// Sanitizers keep locks of their own, inside the heap and elsewhere: a thread that is always there can't be
-/// ended.
+constexpr LCULong forever = 0xFFFFFFFF;
+
+/// Sanitizers keep locks of their own, inside the heap and elsewhere: a thread that is always there can't be ended.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool sanitized = true;
 #elif defined(__has_feature)
@@ -31,16 +30,11 @@ inline int Rounds(int usual)
     return factor != nullptr ? usual * std::atoi(factor) : usual;
 }
 
-/// Work for a thread that is stopped or ended from outside. It keeps out of the thread sanitizer, where that
-/// could not be done.
-__attribute__((no_sanitize("thread"))) inline void Count(std::atomic<unsigned> & count)
-{
-    count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-}
-
+/// Work for a thread that is stopped or ended from outside. It keeps out of the thread sanitizer, where that could
+/// not be done.
 [[noreturn]] __attribute__((no_sanitize("thread"))) inline void CountForEver(std::atomic<unsigned> & count)
 {
-    for (;;) Count(count);
+    for (;;) count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
 }
 
 /// A wait whose end shows that something has happened; the test's own time limit is the only other end.
@@ -49,17 +43,10 @@ template <typename Condition> void Await(Condition condition)
     while (!condition()) std::this_thread::yield();
 }
 
-inline long CountThreads()
-{
-    std::filesystem::directory_iterator const tasks("/proc/self/task");
-    return std::distance(begin(tasks), end(tasks));
-}
-
 /// Waits until the thread of this number sleeps in the system.
-inline void AwaitAsleep(std::atomic<int> const & thread)
+inline void AwaitAsleep(int thread)
 {
     Await([&] {
-        if (thread == 0) return false;
         std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
         std::string const status(std::istreambuf_iterator<char>(file), {});
         return status.substr(status.find(')') + 1, 2) == " S";
@@ -67,22 +54,15 @@ inline void AwaitAsleep(std::atomic<int> const & thread)
 }
 
 /// A thread that runs a function. Destroyed while it runs, it ends by force, with the function still there.
-class Runner {
-public:
-    explicit Runner(std::function<void(LCThread &)> function) : movFunction(std::move(function))
+struct Runner {
+    explicit Runner(std::function<void(LCThread &)> work) : function(std::move(work))
     {
-        movThread->OnExecute << movHandler;
+        thread->OnExecute << handler;
     }
+    LHCThread * operator->() { return thread.get(); }
+    void Run(LCThread & self) { function(self); }
 
-    LHCThread * operator->() { return movThread.get(); }
-    LHCThread & operator*() { return *movThread; }
-    LHCThread * Release() { return movThread.release(); }
-    void Destroy() { movThread.reset(); }
-
-private:
-    void Run(LCThread & thread) { movFunction(thread); }
-
-    std::function<void(LCThread &)> movFunction;
-    LCEvent1Param<LCThread &>::LCHandler movHandler{*this, &Runner::Run};
-    std::unique_ptr<LHCThread> movThread = std::make_unique<LHCThread>(true);
+    std::function<void(LCThread &)> function;
+    LCEvent1Param<LCThread &>::LCHandler handler{*this, &Runner::Run};
+    std::unique_ptr<LHCThread> thread = std::make_unique<LHCThread>(true);
 };

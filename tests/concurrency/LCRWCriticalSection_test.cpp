@@ -2,252 +2,137 @@
 
 #include <chrono>
 #include <future>
+#include <map>
 #include <random>
+#include <sstream>
+#include <unistd.h>
 
 #include "concurrency/Concurrent.h"
+#include "concurrency/LHCMessageLoop.h"
 #include "support/Support.h"
 
 namespace {
 
-constexpr LCULong forever = 0xFFFFFFFF;
+static_assert(!std::is_copy_constructible_v<LCRWCriticalSection> && !std::is_copy_assignable_v<LCRWCriticalSection>);
 
-static_assert(!std::is_copy_constructible_v<LCRWCriticalSection> &&
-              !std::is_copy_assignable_v<LCRWCriticalSection>);
-
-/// What another thread gets, at once.
-template <typename Call> bool Elsewhere(Call call) { return std::async(std::launch::async, call).get(); }
-
-bool MayRead(LCRWCriticalSection & lock)
-{
-    return Elsewhere([&] {
-        bool const may = lock.LockReader(0);
-        if (may) lock.UnlockReader();
-        return may;
-    });
-}
-
-bool MayWrite(LCRWCriticalSection & lock)
-{
-    return Elsewhere([&] {
-        bool const may = lock.LockWriter(0);
-        if (may) lock.UnlockWriter();
-        return may;
-    });
-}
-
-TEST(RWCriticalSection, ReadersShareAndAWriterIsAlone)
-{
-    LCRWCriticalSection lock;
-    ASSERT_TRUE(lock.LockReader(0));
-    EXPECT_TRUE(MayRead(lock));
-    EXPECT_FALSE(MayWrite(lock));
-    EXPECT_TRUE(MayRead(lock));  // the writer that could not has left nothing behind
-    ASSERT_TRUE(lock.LockReader(0));
-    lock.UnlockReader();
-    EXPECT_FALSE(MayWrite(lock));
-    EXPECT_TRUE(Elsewhere([&] {  // a reader lock belongs to no thread
-        lock.UnlockReader();
-        return true;
-    }));
-    EXPECT_TRUE(MayWrite(lock));
-
-    ASSERT_TRUE(lock.LockWriter(forever));
-    EXPECT_FALSE(MayRead(lock));
-    EXPECT_FALSE(MayWrite(lock));
-    lock.UnlockWriter();
-    EXPECT_TRUE(MayRead(lock));
-    EXPECT_TRUE(MayWrite(lock));
-}
-
-TEST(RWCriticalSection, TheWriterMayWriteAgainAndRead)
-{
-    LCRWCriticalSection lock;
-    ASSERT_TRUE(lock.LockWriter(0));
-    ASSERT_TRUE(lock.LockWriter(0));
-    lock.UnlockWriter();
-    EXPECT_FALSE(MayRead(lock));
-
-    ASSERT_TRUE(lock.LockReader(0));
-    EXPECT_FALSE(lock.LockWriter(1));  // it would wait for itself
-    EXPECT_FALSE(MayRead(lock));       // and still holds what it held
-    lock.UnlockWriter();
-    EXPECT_TRUE(MayRead(lock));  // the reader lock is left
-    EXPECT_FALSE(MayWrite(lock));
-    lock.UnlockReader();
-    EXPECT_TRUE(MayWrite(lock));
-}
-
-TEST(RWCriticalSection, TimeOutsLastAsLongAsTheySay)
-{
-    LCRWCriticalSection read, written;
-    read.LockReader(0);
-    written.LockWriter(0);
-    struct { char const * name; std::function<bool()> wait; } const rows[] = {
-        {"a reader behind a writer", [&] { return written.LockReader(20); }},
-        {"a writer behind a writer", [&] { return written.LockWriter(20); }},
-        {"a writer behind a reader", [&] { return read.LockWriter(20); }},
-    };
-    for (auto const & row : rows) {
-        SCOPED_TRACE(row.name);
-        auto const start = std::chrono::steady_clock::now();
-        EXPECT_FALSE(Elsewhere(row.wait));
-        EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20));
-    }
-    EXPECT_TRUE(MayRead(read));
-    written.UnlockWriter();
-    EXPECT_TRUE(MayWrite(written));
-}
-
-/// A thread that asks for a lock, and writes its name into the order once it has it.
-class Asking {
+/// A thread that does one thing after the other.
+class Actor {
 public:
-    Asking(LCRWCriticalSection & lock, bool asWriter, LCULong timeout, std::string & order, char name)
-        : movThread([=, this, &lock, &order] {
-              mivNumber = ::gettid();
-              if (!(asWriter ? lock.LockWriter(timeout) : lock.LockReader(timeout))) return;
-              static std::mutex orderLock;
-              {
-                  std::lock_guard const guard(orderLock);
-                  order += name;
-              }
-              asWriter ? lock.UnlockWriter() : lock.UnlockReader();
-          })
+    Actor() { ready.get_future().wait(); }
+    ~Actor()
     {
-        AwaitAsleep(mivNumber);
+        LHCMessageLoop::Post(thread.get_id(), [] { LHCMessageLoop::Quit(); });
+        thread.join();
     }
-    ~Asking() { movThread.join(); }
+    std::future<bool> Do(std::function<bool()> function)
+    {
+        auto const task = std::make_shared<std::packaged_task<bool()>>(std::move(function));
+        EXPECT_TRUE(LHCMessageLoop::Post(thread.get_id(), [task] { (*task)(); }));
+        return task->get_future();
+    }
+    std::future<bool> waiting;
 
 private:
-    std::atomic<int> mivNumber{0};
-    std::thread movThread;
+    std::promise<void> ready;
+    std::thread thread{[this] {
+        LHCMessageLoop::GetDescriptor();
+        ready.set_value();
+        LHCMessageLoop::Run();
+    }};
 };
 
-TEST(RWCriticalSection, WhoComesFirstIsFirstAndAWaitingWriterStopsLaterReaders)
+/// Plays a script of steps: who, and what. r and w ask for a reader or writer lock without waiting, and get it (+) or
+/// not (-); R and W wait for one, t and T for 20 ms; = is what became of that wait, ~ says that it goes on; x and y
+/// unlock.
+void Play(std::string const & script)
 {
     LCRWCriticalSection lock;
-    std::string order;
-    {
-        lock.LockWriter(0);
-        Asking const r(lock, false, forever, order, 'r');
-        Asking const a(lock, true, forever, order, 'A');
-        Asking const s(lock, false, forever, order, 's');
-        Asking const t(lock, false, forever, order, 's');
-        Asking const b(lock, true, forever, order, 'B');
-        lock.UnlockWriter();
-    }
-    EXPECT_EQ(order, "rAssB");
-    order.clear();
-    {
-        lock.LockReader(0);
-        Asking const a(lock, true, forever, order, 'A');
-        EXPECT_FALSE(MayRead(lock));
-        Asking const r(lock, false, forever, order, 'r');
-        lock.UnlockReader();
-    }
-    EXPECT_EQ(order, "Ar");
-}
-
-TEST(RWCriticalSection, AWriterThatGivesUpLetsThoseBehindItIn)
-{
-    LCRWCriticalSection lock;
-    std::string order;
-    lock.LockReader(0);
-    {
-        Asking const a(lock, true, 100, order, 'A');
-        Asking const r(lock, false, forever, order, 'r');
-        Asking const s(lock, false, forever, order, 'r');
-    }
-    EXPECT_EQ(order, "rr");
-    EXPECT_TRUE(MayRead(lock));
-    lock.UnlockReader();
-    EXPECT_TRUE(MayWrite(lock));
-}
-
-TEST(RWCriticalSection, NeitherReadersNorWritersStarve)
-{
-    for (bool const othersWrite : {false, true}) {
-        LCRWCriticalSection lock;
-        std::atomic<bool> over{false};
-        std::vector<std::thread> others;
-        for (int i = 0; i < 4; ++i) {
-            others.emplace_back([&] {
-                while (!over) {
-                    if (othersWrite) {
-                        lock.LockWriter(forever);
-                        lock.UnlockWriter();
-                    } else {
-                        lock.LockReader(forever);
-                        std::this_thread::yield();
-                        lock.UnlockReader();
-                    }
-                }
-            });
+    std::map<char, Actor> actors;
+    std::istringstream steps(script);
+    for (std::string step; steps >> step;) {
+        SCOPED_TRACE(step);
+        Actor & actor = actors[step[0]];
+        char const what = step[1];
+        bool const expected = step.ends_with('+'), writes = what == 'w' || what == 'W' || what == 'T';
+        LCULong const timeout = what == 'r' || what == 'w' ? 0 : what == 'R' || what == 'W' ? forever : 20;
+        std::atomic<int> id{0};
+        auto const ask = [&lock, &id, writes, timeout] {
+            auto const start = std::chrono::steady_clock::now();
+            id = ::gettid();
+            bool const got = writes ? lock.LockWriter(timeout) : lock.LockReader(timeout);
+            EXPECT_TRUE(got || std::chrono::steady_clock::now() - start >= std::chrono::milliseconds(timeout));
+            return got;
+        };
+        switch (what) {
+        case 'r':
+        case 'w': EXPECT_EQ(actor.Do(ask).get(), expected); break;
+        case 'x': actor.Do([&] { return lock.UnlockReader(), true; }).wait(); break;
+        case 'y': actor.Do([&] { return lock.UnlockWriter(), true; }).wait(); break;
+        case '=': EXPECT_EQ(actor.waiting.get(), expected); break;
+        case '~': EXPECT_EQ(actor.waiting.wait_for(std::chrono::seconds(0)), std::future_status::timeout); break;
+        default:
+            actor.waiting = actor.Do(ask);
+            Await([&] { return id != 0; });
+            AwaitAsleep(id);
         }
-        for (int i = 0; i < Rounds(100); ++i) {
-            if (othersWrite) {
-                lock.LockReader(forever);
-                lock.UnlockReader();
-            } else {
-                lock.LockWriter(forever);
-                lock.UnlockWriter();
-            }
-        }
-        over = true;
-        for (auto & other : others) other.join();
     }
 }
 
-// Everything at once: readers and writers, nested locks, and time-outs that are often over.
+TEST(RWCriticalSection, GoesByItsRules)
+{
+    struct {
+        char const *rule, *script;
+    } const rows[] = {
+        {"readers share, and keep writers out", "Ar+ Br+ Cw- Cr+ Ar+ Ax Ax Cw- Cx Bx Cw+ Ar- Aw- Cy Ar+"},
+        {"a reader lock belongs to no thread", "Ar+ Bx Cw+"},
+        {"the writer may write again and read", "Aw+ Aw+ Ay Br- Ar+ Br- Ay Br+ Bx Bw- Ax Bw+"},
+        {"a writer that reads would wait for itself", "Aw+ Ar+ Aw- AT A=- Br- Ay Br+ Cw- Ax Bx Cw+"},
+        {"a waiting writer stops later readers", "Ar+ BW Cr- CR Dr- B~ C~ Ax B=+ C~ By C=+ Dr+"},
+        {"who comes first is first", "Aw+ BR CW DR ER FW Ay B=+ C~ Bx C=+ D~ E~ F~ Cy D=+ E=+ F~ Dx F~ Ex F=+"},
+        {"time-outs leave nothing behind", "Aw+ BT Ct DT B=- C=- D=- Ay Bw+ By Ar+ CT C=- Br+"},
+        {"a writer that gives up lets those behind in", "Ar+ BT CR DW B=- C=+ D~ Ax Cx D=+"},
+        {"one that waits behind it too", "Ar+ BW CT DR C=- D~ Ax B=+ D~ By D=+"},
+    };
+    for (auto const & row : rows) {
+        SCOPED_TRACE(row.rule);
+        Play(row.script);
+    }
+}
+
+// Everything at once: readers and writers, nested locks, and time-outs that are often over. That all come to their end
+// shows that nobody starves.
 TEST(RWCriticalSection, InvariantsHoldUnderManyThreads)
 {
     for (unsigned const threads : {2u, 4u, 8u}) {
         LCRWCriticalSection lock;
         long first = 0, second = 0;  // equal whenever nobody writes
-        long written = 0;
-        std::atomic<long> expected{0};
-        std::atomic<int> faults{0};
-        auto const read = [&](LCULong timeout) {
-            if (!lock.LockReader(timeout)) return;
-            if (first != second) ++faults;
-            lock.UnlockReader();
-        };
-        auto const write = [&](LCULong timeout, bool nested, bool yield) {
-            if (!lock.LockWriter(timeout)) return;
-            ++first;
-            if (yield) std::this_thread::yield();
-            if (nested) {
-                if (!lock.LockWriter(timeout)) ++faults;
-                ++written;
-                lock.UnlockWriter();
-                if (!lock.LockReader(0)) ++faults;
-                lock.UnlockReader();
-            } else {
-                ++written;
-            }
-            ++second;
-            ++expected;
-            lock.UnlockWriter();
-        };
-        std::vector<std::thread> users;
-        for (unsigned i = 0; i < threads; ++i) {
-            users.emplace_back([&, i] {
-                std::minstd_rand random(i + 1);
-                for (int round = 0; round < Rounds(20'000); ++round) {
-                    auto const choice = random() % 100;
-                    LCULong const timeout = choice % 3 == 0 ? forever : choice % 3 == 1 ? 0 : 1;
-                    if (choice < 60) {
-                        read(timeout);
-                    } else {
-                        write(timeout, choice % 2 == 0, choice > 97);
-                    }
+        std::atomic<long> written{0}, faults{0};
+        auto const work = [&](unsigned seed) {
+            std::minstd_rand random(seed);
+            for (int round = 0; round < Rounds(20'000); ++round) {
+                auto const choice = random() % 100;
+                LCULong const timeout = choice % 3 == 0 ? forever : choice % 3 == 1 ? 0 : 1;
+                if (choice < 60) {
+                    if (!lock.LockReader(timeout)) continue;
+                    if (first != second) ++faults;
+                    lock.UnlockReader();
+                } else if (lock.LockWriter(timeout)) {
+                    ++first;
+                    if (choice > 97) std::this_thread::yield();
+                    if (!lock.LockWriter(timeout) || !lock.LockReader(0)) ++faults;
+                    ++second, ++written;
+                    lock.UnlockReader();
+                    lock.UnlockWriter();
+                    lock.UnlockWriter();
                 }
-            });
-        }
-        for (auto & user : users) user.join();
+            }
+        };
+        std::vector<std::jthread> users;
+        for (unsigned i = 0; i < threads; ++i) users.emplace_back(work, i + 1);
+        users.clear();
         EXPECT_EQ(faults, 0) << threads;
-        EXPECT_EQ(first, second) << threads;
-        EXPECT_EQ(written, expected) << threads;
-        EXPECT_TRUE(MayWrite(lock)) << threads;
+        EXPECT_EQ(first, written) << threads;
+        EXPECT_TRUE(lock.LockWriter(0)) << threads;
     }
 }
 

@@ -1,6 +1,5 @@
 #include "concurrency/LHCMessageLoop.h"
 
-#include <future>
 #include <poll.h>
 #include <stdexcept>
 
@@ -11,25 +10,20 @@
 
 namespace {
 
-constexpr unsigned int forever = 0xFFFFFFFF;
+void PostHere(std::function<void()> call) { ASSERT_TRUE(LHCMessageLoop::Post(std::this_thread::get_id(), call)); }
 
-bool IsReadable(int descriptor, int timeout)
+TEST(MessageLoop, CallsRunOnceInTheirOrderAndQuitLeavesTheRestDue)
 {
-    struct pollfd waiting {
-        descriptor, POLLIN, 0
-    };
-    return ::poll(&waiting, 1, timeout) == 1;
-}
-
-void PostHere(std::function<void()> call)
-{
-    ASSERT_TRUE(LHCMessageLoop::Post(std::this_thread::get_id(), call));
-}
-
-TEST(MessageLoop, CallsRunOnceAndInTheirOrder)
-{
-    LHCMessageLoop::GetDescriptor();  // now this thread has a loop
+    TestClock const clock;
     std::string order;
+    struct Receiver {
+        void OnTick(LCTimer &) { order += 't'; }
+        std::string & order;
+    } receiver{order};
+    LCTimer timer;
+    LCEvent1Param<LCTimer &>::LCHook const hook(timer.OnTick, receiver, &Receiver::OnTick);
+
+    LHCMessageLoop::Quit();  // ends the next Run at once, and keeps nothing from being handled
     for (char const c : {'a', 'b', 'c'}) PostHere([&, c] { order += c; });
     PostHere([&] { PostHere([&] { order += 'e'; }), order += 'd'; });
     EXPECT_TRUE(LHCMessageLoop::ProcessMessages(0));
@@ -38,105 +32,84 @@ TEST(MessageLoop, CallsRunOnceAndInTheirOrder)
     EXPECT_EQ(order, "abcde");
     EXPECT_FALSE(LHCMessageLoop::ProcessMessages(0));
     EXPECT_FALSE(LHCMessageLoop::ProcessMessages(1));
-}
-
-TEST(MessageLoop, QuitEndsTheInnermostRunAndLeavesTheRestDue)
-{
-    std::string order;
-    LHCMessageLoop::Quit();
     LHCMessageLoop::Run();
+
+    order.clear();
+    timer.SetInterval(1);
+    timer.Start();
+    TestClock::Advance(1);
     PostHere([&] {
         order += '(';
         PostHere([&] { order += 'i', LHCMessageLoop::Quit(); });
         PostHere([&] { order += 'r'; });
-        LHCMessageLoop::Run();
+        LHCMessageLoop::Run();  // nested
         order += ')';
         PostHere([&] { order += 'o', LHCMessageLoop::Quit(); });
     });
     LHCMessageLoop::Run();
-    EXPECT_EQ(order, "(i)ro");
-}
+    EXPECT_EQ(order, "(i)tro");  // the tick in the outer loop's turn, once
+    timer.Stop();
 
-TEST(MessageLoop, AnExceptionPassesThroughAndTheLoopGoesOn)
-{
-    LHCMessageLoop::GetDescriptor();
-    int ran = 0;
     PostHere([] { throw std::runtime_error("a receiver's own"); });
-    PostHere([&] { ++ran; });
+    PostHere([&] { order = "on"; });
     EXPECT_THROW(LHCMessageLoop::ProcessMessages(0), std::runtime_error);
     EXPECT_TRUE(LHCMessageLoop::ProcessMessages(0));
-    EXPECT_EQ(ran, 1);
+    EXPECT_EQ(order, "on");
 }
 
 TEST(MessageLoop, OtherThreadsWakeAndEndALoop)
 {
-    EXPECT_FALSE(LHCMessageLoop::Post(std::thread::id(), [] {}));
-    std::promise<std::thread::id> started;
-    std::vector<int> calls;
-    std::thread loop([&] {
-        LHCMessageLoop::ProcessMessages(0);
-        started.set_value(std::this_thread::get_id());
-        LHCMessageLoop::Run();
-    });
-    auto const id = started.get_future().get();
-    std::vector<std::thread> posters;
     constexpr int each = 1000;
-    for (int i = 0; i < 3; ++i) {
-        posters.emplace_back([&, i] {
-            for (int k = 0; k < each; ++k) {
-                while (!LHCMessageLoop::Post(id, [&, i, k] { calls.push_back(i * each + k); }))
-                    ;
-            }
+    std::vector<int> calls[3];
+    std::atomic<std::thread::id> id{};
+    EXPECT_FALSE(LHCMessageLoop::Post(id, [] {}));
+    auto const held = std::make_shared<int>();
+    std::thread loop([&] {
+        LHCMessageLoop::GetDescriptor();
+        id = std::this_thread::get_id();
+        LHCMessageLoop::Run();
+        PostHere([held] { FAIL(); });  // never run, but given back
+    });
+    Await([&] { return id.load() != std::thread::id(); });
+    std::vector<std::jthread> posters;
+    for (auto & mine : calls) {
+        posters.emplace_back([&] {
+            for (int i = 0; i < each; ++i) EXPECT_TRUE(LHCMessageLoop::Post(id, [&mine, i] { mine.push_back(i); }));
         });
     }
-    for (auto & poster : posters) poster.join();
+    posters.clear();
     EXPECT_TRUE(LHCMessageLoop::Post(id, [] { LHCMessageLoop::Quit(); }));
     loop.join();
     EXPECT_FALSE(LHCMessageLoop::Post(id, [] {}));
-
-    ASSERT_EQ(calls.size(), 3u * each);
-    for (int i = 0; i < 3; ++i) {
-        std::erase_if(calls,
-                      [next = i * each, i](int call) mutable { return call / each == i && call == next++; });
-    }
-    EXPECT_TRUE(calls.empty());  // those of each thread came in their order
-}
-
-TEST(MessageLoop, WhatIsLeftWhenItsThreadEndsIsDropped)
-{
-    auto const held = std::make_shared<int>();
-    std::thread([&] {
-        LHCMessageLoop::GetDescriptor();
-        PostHere([held] { FAIL(); });
-        EXPECT_EQ(held.use_count(), 2);
-    }).join();
     EXPECT_EQ(held.use_count(), 1);
+    for (auto const & mine : calls) EXPECT_TRUE(mine.size() == each && std::ranges::is_sorted(mine));
 }
 
 TEST(MessageLoop, TheDescriptorIsReadableWhenSomethingIsDue)
 {
     int const descriptor = LHCMessageLoop::GetDescriptor();
     EXPECT_EQ(LHCMessageLoop::GetDescriptor(), descriptor);
-    EXPECT_FALSE(IsReadable(descriptor, 0));
+    auto const isReadable = [&](int timeout) {
+        struct pollfd waiting {descriptor, POLLIN, 0};
+        return ::poll(&waiting, 1, timeout) == 1;
+    };
+    EXPECT_FALSE(isReadable(0));
     PostHere([] {});
-    EXPECT_TRUE(IsReadable(descriptor, 0));
+    EXPECT_TRUE(isReadable(0));
     LHCMessageLoop::ProcessMessages(0);
-    EXPECT_FALSE(IsReadable(descriptor, 0));
+    EXPECT_FALSE(isReadable(0));
 
     LCTimer fast, slow;
     fast.SetInterval(1);
     slow.SetInterval(3'600'000);
     slow.Start();
     fast.Start();
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(IsReadable(descriptor, -1));
-        EXPECT_TRUE(LHCMessageLoop::ProcessMessages(0));
-    }
-    EXPECT_TRUE(IsReadable(descriptor, -1));
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(isReadable(-1) && LHCMessageLoop::ProcessMessages(0));
+    EXPECT_TRUE(isReadable(-1));
     fast.Stop();
-    EXPECT_FALSE(IsReadable(descriptor, 0));
+    EXPECT_FALSE(isReadable(5));
     slow.Stop();
-    EXPECT_FALSE(IsReadable(descriptor, 5));
+    EXPECT_FALSE(isReadable(0));
 }
 
 }  // namespace
