@@ -11,19 +11,16 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-static_assert(LCTimeSpan(1, 25, 61, 61, 0) == 180121.0);
-static_assert(LCTimeSpan(0, 0, 0, 0, 1500) == 1.5);
-static_assert(LCTimeSpan(-1, 2, -3, 4, -5).AsSeconds() == ((-86400.0 + 7200.0) - 180.0) + (-5 / 1000.0 + 4));
+static_assert(LCTimeSpan(1, 25, 61, 61, 0) == 180121.0 && LCTimeSpan(0, 0, 0, 0, 1500) == 1.5);
+static_assert(LCTimeSpan(-1, 2, -3, 4, -5) == ((-86400.0 + 7200.0) - 180.0) + (-5 / 1000.0 + 4));
 static_assert(LCTimeSpan() == 0.0 && LCTimeSpan(0.1) + 0.2 != LCTimeSpan(0.3));
 
-// 1.001 and 2.3 lie a little under their text.
 TEST(TimeSpan, DecodesIntoPartsOfItsSign)
 {
     struct { double seconds; std::vector<int> parts; } const rows[] = {
-        {0.0, {0, 0, 0, 0, 0}}, {-0.0, {0, 0, 0, 0, 0}}, {90061.5, {1, 1, 1, 1, 500}},
-        {-90061.5, {-1, -1, -1, -1, -500}}, {-100.0, {0, 0, -1, -40, 0}}, {-0.5, {0, 0, 0, 0, -500}},
-        {1.001, {0, 0, 0, 1, 0}}, {2.3, {0, 0, 0, 2, 299}}, {0.001, {0, 0, 0, 0, 1}},
-        {86399.9999, {0, 23, 59, 59, 999}}, {2147483647.75, {24855, 3, 14, 7, 750}},
+        {0.0, {0, 0, 0, 0, 0}}, {-0.0, {0, 0, 0, 0, 0}}, {90061.5, {1, 1, 1, 1, 500}}, {-90061.5, {-1, -1, -1, -1, -500}},
+        {-100.0, {0, 0, -1, -40, 0}}, {-0.5, {0, 0, 0, 0, -500}}, {2.3, {0, 0, 0, 2, 299}}, {0.001, {0, 0, 0, 0, 1}},
+        {1.001, {0, 0, 0, 1, 0}}, {86399.9999, {0, 23, 59, 59, 999}}, {2147483647.75, {24855, 3, 14, 7, 750}},
         {2147483648.0, {24855, 3, 14, 7, 0}}, {1e300, {24855, 3, 14, 7, 0}}, {-infinity, {-24855, -3, -14, -7, 0}},
         {notANumber, {0, 0, 0, 0, 0}}};
     for (auto const & row : rows) {
@@ -31,7 +28,7 @@ TEST(TimeSpan, DecodesIntoPartsOfItsSign)
         LCTimeSpan(row.seconds).Decode(five[0], five[1], five[2], five[3], five[4]);
         LCTimeSpan(row.seconds).Decode(four[0], four[1], four[2], four[3]);
         EXPECT_EQ(five, row.parts) << row.seconds;
-        EXPECT_EQ(four, (std::vector<int>{24 * five[0] + five[1], five[2], five[3], five[4]})) << row.seconds;
+        EXPECT_EQ(four, (std::vector{24 * five[0] + five[1], five[2], five[3], five[4]})) << row.seconds;
     }
 }
 
@@ -42,45 +39,42 @@ TEST(TimeSpan, ComputesAsItsDoubleDoes)
     EXPECT_EQ(span, LCTimeSpan(10.5));
     EXPECT_EQ((span + 1.5) * 2.0 - span / 2.0, LCTimeSpan(18.75));
     EXPECT_EQ((span / 0.0).AsSeconds(), infinity);
-    EXPECT_TRUE(std::signbit((-LCTimeSpan()).AsSeconds()));
-    EXPECT_EQ(-LCTimeSpan(), LCTimeSpan());
+    EXPECT_TRUE(std::signbit((-LCTimeSpan()).AsSeconds()) && -LCTimeSpan() == LCTimeSpan());
 }
 
 TEST(TimeSpan, RoundsTheSignedValueToSeconds)
 {
-    struct { double seconds, up, down; } const rows[] = {
-        {1.2, 2.0, 1.0}, {-1.2, -1.0, -2.0}, {3.0, 3.0, 3.0}, {-0.5, -0.0, -1.0}, {1e300, 1e300, 1e300}};
+    struct { double seconds, up, down; } const rows[] = {{1.2, 2.0, 1.0}, {-1.2, -1.0, -2.0}, {3.0, 3.0, 3.0}, {-0.5, -0.0, -1.0}};
     for (auto const & row : rows) {
         LCTimeSpan up(row.seconds), down(row.seconds);
         up.CeilToSeconds();
         down.FloorToSeconds();
-        EXPECT_TRUE(up == row.up && down == row.down) << row.seconds;
-        EXPECT_EQ(std::signbit(up.AsSeconds()), std::signbit(row.up)) << row.seconds;
+        EXPECT_TRUE(up == row.up && std::signbit(up.AsSeconds()) == std::signbit(row.up)) << row.seconds;
+        EXPECT_EQ(down, row.down);
     }
 }
 
 TEST(TimeSpan, ComparesExactlyAndNeverEqualToNotANumber)
 {
     ExpectTotalOrder(std::vector<LCTimeSpan>{-infinity, -1.0, 0.0, 5e-324, 0.3, 0.1 + 0.2, infinity});
-    LCTimeSpan const nan(notANumber);
-    for (LCTimeSpan const other : {LCTimeSpan(), nan}) {
-        EXPECT_TRUE(nan != other);
-        EXPECT_FALSE(nan == other || nan < other || nan <= other || nan > other || nan >= other);
+    for (LCTimeSpan const other : {0.0, notANumber}) {
+        LCTimeSpan const nan(notANumber);
+        EXPECT_TRUE(nan != other && !(nan == other || nan < other || nan <= other || nan > other || nan >= other));
     }
 }
 
 TEST(TimeSpan, HasFourLayouts)
 {
     struct { double seconds; char const * text; char const * time; char const * milliseconds; } const rows[] = {
-        {0.0, "00:00:00", "00:00:00", ",000"}, {3661.0, "01:01:01", "01:01:01", ",000"},
-        {90061.5, "01 01:01:01", "25:01:01", ",500"}, {360000.25, "04 04:00:00", "100:00:00", ",250"},
-        {86400.0 * 1000, "1000 00:00:00", "24000:00:00", ",000"}, {-100.0, "00:-1:-40", "00:-1:-40", ",000"},
-        {-1.0, "00:00:-1", "00:00:-1", ",000"}, {-0.005, "00:00:00", "00:00:00", ",0-5"},
+        {0.0, "00:00:00", "00:00:00", ",000"}, {3661.0, "01:01:01", "01:01:01", ",000"}, {90061.5, "01 01:01:01", "25:01:01", ",500"},
+        {360000.25, "04 04:00:00", "100:00:00", ",250"}, {86400.0 * 1000, "1000 00:00:00", "24000:00:00", ",000"},
+        {-100.0, "00:-1:-40", "00:-1:-40", ",000"}, {-1.0, "00:00:-1", "00:00:-1", ",000"}, {-0.005, "00:00:00", "00:00:00", ",0-5"},
         {-90061.0, "-1:-1:-1", "-25:-1:-1", ",000"}, {1e300, "24855 03:14:07", "596523:14:07", ",000"}};
     for (auto const & row : rows) {
         LCTimeSpan const span(row.seconds);
-        EXPECT_EQ(span.Str() + "|" + span.StrTime(), LCString(row.text) + "|" + row.time);
+        EXPECT_EQ(span.Str(), row.text);
         EXPECT_EQ(span.StrDetailed(), LCString(row.text) + row.milliseconds);
+        EXPECT_EQ(span.StrTime(), row.time);
         EXPECT_EQ(span.StrTimeDetailed(), LCString(row.time) + row.milliseconds);
     }
 }
