@@ -10,11 +10,6 @@
 
 using namespace qrtcl::documents;
 
-std::uint64_t qrtcl::documents::HashOfParagraph(LHCParagraph const & paragraph)
-{
-    return paragraph.mopName->hash;
-}
-
 namespace {
 
 /// Up to this many children or attributes are searched one by one.
@@ -39,6 +34,7 @@ LHCParagraph::~LHCParagraph()
 {
     if (mopParent != nullptr) return;
     std::unique_ptr<Store> const store(&TreeStore());
+    store->names.Close();
     RemoveAllParagraphs();
     ReleaseContents();
 }
@@ -99,8 +95,9 @@ Attribute * LHCParagraph::FindAttribute(Name const * name) const
         return at;
     }
     if (index == nullptr) {
-        auto made = std::make_unique<HashTable<Attribute, HashOfAttribute>>();
-        for (Attribute * at = mopBranch->firstAttribute; at != nullptr; at = at->next) made->Insert(*at);
+        auto made = std::make_unique<HashTable<Attribute>>();
+        for (Attribute * at = mopBranch->firstAttribute; at != nullptr; at = at->next)
+            made->Insert(at->name->hash, *at);
         index = std::move(made);
     }
     return index->Find(name->hash, [&](Attribute const & attribute) { return attribute.name == name; });
@@ -117,7 +114,7 @@ void LHCParagraph::AppendAttribute(std::string_view name, std::string_view text)
         std::string copy(text);
         room = store.attributes.Take();
         attribute = ::new (room) Attribute{&shared, branch.lastAttribute, nullptr, std::move(copy)};
-        if (branch.attributeIndex != nullptr) branch.attributeIndex->Insert(*attribute);
+        if (branch.attributeIndex != nullptr) branch.attributeIndex->Insert(shared.hash, *attribute);
     } catch (...) {
         if (attribute != nullptr) attribute->~Attribute();
         if (room != nullptr) store.attributes.Give(room);
@@ -132,7 +129,7 @@ void LHCParagraph::AppendAttribute(std::string_view name, std::string_view text)
 void LHCParagraph::RemoveAttribute(Attribute & attribute) noexcept
 {
     Branch & branch = *mopBranch;
-    if (branch.attributeIndex != nullptr) branch.attributeIndex->Erase(attribute);
+    if (branch.attributeIndex != nullptr) branch.attributeIndex->Erase(attribute.name->hash, attribute);
     (attribute.previous == nullptr ? branch.firstAttribute : attribute.previous->next) = attribute.next;
     (attribute.next == nullptr ? branch.lastAttribute : attribute.next->previous) = attribute.previous;
     --branch.attributeCount;
@@ -282,7 +279,7 @@ LHCParagraph * LHCParagraph::HeadOf(Name const & name) const
 
 void LHCParagraph::MakeIndex()
 {
-    mopBranch->index = std::make_unique<HashTable<LHCParagraph, HashOfParagraph>>();
+    mopBranch->index = std::make_unique<HashTable<LHCParagraph>>();
     for (LHCParagraph * at = mopBranch->first; at != nullptr; at = at->mopNext) AddToIndex(*at, true);
 }
 
@@ -300,7 +297,7 @@ void LHCParagraph::AddToIndex(LHCParagraph & child, bool behindAll) noexcept
     }
     child.mopPreviousSame = &child;
     try {
-        mopBranch->index->Insert(child);
+        mopBranch->index->Insert(child.mopName->hash, child);
     } catch (std::bad_alloc const &) {
         mopBranch->index.reset();
     }
@@ -317,9 +314,9 @@ void LHCParagraph::TakeFromIndex(LHCParagraph & child) noexcept
     } else if (next != nullptr) {
         next->mopPreviousSame = previous;
         next->mbvUnordered = child.mbvUnordered;
-        mopBranch->index->Replace(child, *next);
+        mopBranch->index->Replace(child.mopName->hash, child, *next);
     } else {
-        mopBranch->index->Erase(child);
+        mopBranch->index->Erase(child.mopName->hash, child);
     }
 }
 
@@ -336,7 +333,7 @@ LHCParagraph & LHCParagraph::OrderSameName(LHCParagraph & head)
     last->mopNextSame = nullptr;
     first->mopPreviousSame = last;
     head.mbvUnordered = first->mbvUnordered = false;
-    mopBranch->index->Replace(head, *first);
+    mopBranch->index->Replace(head.mopName->hash, head, *first);
     return *first;
 }
 

@@ -15,7 +15,6 @@ struct Attribute;
 struct Branch;
 struct Name;
 struct Store;
-std::uint64_t HashOfParagraph(LHCParagraph const & paragraph);
 }  // namespace qrtcl::documents
 
 /// A paragraph of a tree in memory. Children belong to their parent, and are removed by it, never deleted.
@@ -67,7 +66,6 @@ public:
 
 private:
     friend struct qrtcl::documents::Access;
-    friend std::uint64_t qrtcl::documents::HashOfParagraph(LHCParagraph const &);
 
     LHCParagraph(LHCParagraph & parent, qrtcl::documents::Name & name) noexcept;
 

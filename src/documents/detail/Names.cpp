@@ -48,7 +48,7 @@ std::uint64_t Names::Hash(std::string_view text) const noexcept
 
 Name * Names::Find(std::string_view text, std::uint64_t hash) const noexcept
 {
-    return movTable.Find(hash, [&](Name const & name) { return name.hash == hash && name.Text() == text; });
+    return movTable.Find(hash, [&](Name const & name) { return name.Text() == text; });
 }
 
 Name * Names::Find(std::string_view text) const noexcept { return Find(text, Hash(text)); }
@@ -62,7 +62,7 @@ Name & Names::Use(std::string_view text)
     Name * const name = ::new (block) Name{&moOwner, hash, 1, text.size(), IsPlainName(text)};
     text.copy(reinterpret_cast<char *>(name + 1), text.size());
     try {
-        movTable.Insert(*name);
+        movTable.Insert(hash, *name);
     } catch (...) {
         ::operator delete(block);
         throw;
@@ -72,7 +72,7 @@ Name & Names::Use(std::string_view text)
 
 void Names::Forget(Name & name) noexcept
 {
-    movTable.Erase(name);
+    if (!mbvClosed) movTable.Erase(name.hash, name);
     ::operator delete(&name);
 }
 

@@ -21,8 +21,6 @@ struct Name {
     bool plain;  ///< the file holds it as it is
 };
 
-inline std::uint64_t HashOfName(Name const & name) { return name.hash; }
-
 /// The names in use in one tree, each once, so that equal names are equal pointers.
 class Names {
 public:
@@ -46,14 +44,18 @@ public:
         if (--name.uses == 0) Forget(name);
     }
 
+    /// The tree ends: from now on names are only released, each last use frees one, and none is looked up.
+    void Close() noexcept { mbvClosed = true; }
+
 private:
     std::uint64_t Hash(std::string_view text) const noexcept;
     Name * Find(std::string_view text, std::uint64_t hash) const noexcept;
     void Forget(Name & name) noexcept;
 
-    HashTable<Name, HashOfName> movTable;
+    HashTable<Name> movTable;
     Store & moOwner;
     std::uint64_t mivSeed;
+    bool mbvClosed = false;
 };
 
 }  // namespace qrtcl::documents

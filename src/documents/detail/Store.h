@@ -19,23 +19,18 @@ struct Attribute {
     std::string text;
 };
 
-inline std::uint64_t HashOfAttribute(Attribute const & attribute) { return attribute.name->hash; }
-
-/// That of its name.
-std::uint64_t HashOfParagraph(LHCParagraph const & paragraph);
-
 /// What a paragraph has that is no leaf: children and attributes, in their order and, when there are many and
 /// one was searched, by name. Of several children with one name the table holds the first.
 struct Branch {
     LHCParagraph * first = nullptr;
     LHCParagraph * last = nullptr;
     std::size_t count = 0;
-    std::unique_ptr<HashTable<LHCParagraph, HashOfParagraph>> index;
+    std::unique_ptr<HashTable<LHCParagraph>> index;
 
     Attribute * firstAttribute = nullptr;
     Attribute * lastAttribute = nullptr;
     std::size_t attributeCount = 0;
-    std::unique_ptr<HashTable<Attribute, HashOfAttribute>> attributeIndex;
+    std::unique_ptr<HashTable<Attribute>> attributeIndex;
 };
 
 /// What the paragraphs of one tree live in. It belongs to the root.
