@@ -70,19 +70,26 @@ public:
 
 /// Search by the element's `EqCI`, from the front, in a set too.
 template <typename Base> class QRTCL_API SearchCI : public Base {
+    using Element = typename Base::value_type;
+
 public:
     SearchCI() = default;
 
-    bool ContainsCI(typename Base::value_type const & value) const
+    bool ContainsCI(Element const & value) const
     {
-        return std::any_of(this->begin(), this->end(),
-                           [&](auto const & element) { return element.EqCI(value); });
+        return std::any_of(this->begin(), this->end(), Equals(value));
     }
     /// The first such element, or the end.
-    typename Base::iterator FindCI(typename Base::value_type const & value)
+    typename Base::iterator FindCI(Element const & value)
     {
-        return std::find_if(this->begin(), this->end(),
-                            [&](auto const & element) { return element.EqCI(value); });
+        return std::find_if(this->begin(), this->end(), Equals(value));
+    }
+
+private:
+    /// All elements are of the class itself, so theirs is the EqCI to call.
+    static auto Equals(Element const & value)
+    {
+        return [&value](Element const & element) { return element.Element::EqCI(value); };
     }
 };
 

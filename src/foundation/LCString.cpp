@@ -134,7 +134,7 @@ LCString & LCString::assign(char const * p, unsigned int n)
 
 bool LCString::IsTrimEmpty() const noexcept { return movText.find_first_not_of(' ') == std::string::npos; }
 
-bool LCString::EqCI(LCString const & other) const noexcept { return text::EqualCI(movText, other.movText); }
+bool LCString::SameCI(LCString const & other) const noexcept { return text::EqualCI(movText, other.movText); }
 
 LCString & LCString::operator&=(LCString const & rhs)
 {
@@ -185,12 +185,9 @@ LCString LCString::UpperCase() const
     return copy;
 }
 
-LCString LCString::CopyTrimLeft() const { return LCString(std::string(text::TrimLeft(movText, ' '))); }
-LCString LCString::CopyTrimRight() const { return LCString(std::string(text::TrimRight(movText, ' '))); }
-LCString LCString::CopyTrim() const
-{
-    return LCString(std::string(text::TrimRight(text::TrimLeft(movText, ' '), ' ')));
-}
+LCString LCString::CopyTrimLeft() const { return LCString(text::TrimLeft(movText, ' ')); }
+LCString LCString::CopyTrimRight() const { return LCString(text::TrimRight(movText, ' ')); }
+LCString LCString::CopyTrim() const { return LCString(text::TrimRight(text::TrimLeft(movText, ' '), ' ')); }
 
 void LCString::TrimLeft() { TrimLeft(' '); }
 void LCString::TrimRight() { movText.resize(text::TrimRight(movText, ' ').size()); }

@@ -39,6 +39,7 @@ public:
 
     LCString(std::string const & text) : movText(text) {}
     LCString(std::string && text) noexcept : movText(std::move(text)) {}
+    explicit LCString(std::string_view text) : movText(text) {}
     LCString(char const * text) : movText(text) {}
     /// Wide characters 0x00 to 0xFF become the byte of that number; the conversion stops before the first one
     /// above.
@@ -126,7 +127,7 @@ public:
         return a.movText <=> b;
     }
     /// Equal but for the case of ASCII letters.
-    bool EqCI(LCString const & other) const noexcept;
+    bool EqCI(LCString const & other) const noexcept { return size() == other.size() && SameCI(other); }
     bool NEqCI(LCString const & other) const noexcept { return !EqCI(other); }
 
     friend LCString operator+(LCString const & a, LCString const & b)
@@ -281,6 +282,7 @@ public:
 
 private:
     void AssignCopies(int count, char c);
+    bool SameCI(LCString const & other) const noexcept;
     void AssignInteger(int v, int width, char fill, bool hex) noexcept;
     void AssignDouble(double v, int precision, bool trim) noexcept;
     void AssignPadded(double v, int precision, int width, char fill) noexcept;

@@ -110,7 +110,6 @@ LCKeyIDRev::LCKeyIDRev(LCString const & id, int majorRev, int minorRev)
 LCKey * LCKeyIDRev::Clone() const { return NewFromFields(*this); }
 LCString LCKeyIDRev::Str() const { return ID + RevisionText(MajorRev, MinorRev); }
 bool LCKeyIDRev::IsEmpty() const { return HasEmptyField(*this); }
-bool LCKeyIDRev::EqCI(LCKeyIDRev const & other) const { return EqualCI(*this, other); }
 bool LCKeyIDRev::NEqCI(LCKeyIDRev const & other) const { return !EqCI(other); }
 LCKeyIDRev LCKeyIDRev::UpperCase() const { return Upper(*this); }
 LCKeyIDRev LCKeyIDRev::LowerCase() const { return Lower(*this); }

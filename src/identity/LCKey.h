@@ -190,7 +190,11 @@ public:
     // Without regard to the case of `ID`; the numbers count. `UpperCase` and `LowerCase` build a new key by
     // the constructor from the fields.
 
-    virtual bool EqCI(LCKeyIDRev const & other) const;
+    // Inline, since long lists are scanned by it.
+    virtual bool EqCI(LCKeyIDRev const & other) const
+    {
+        return ID.EqCI(other.ID) && MajorRev == other.MajorRev && MinorRev == other.MinorRev;
+    }
     virtual bool NEqCI(LCKeyIDRev const & other) const;
     virtual LCKeyIDRev UpperCase() const;
     virtual LCKeyIDRev LowerCase() const;

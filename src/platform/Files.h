@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,14 @@ namespace qrtcl::platform {
 /// (`content` is then what came until then). Throws what the allocation throws.
 bool ReadFile(std::string const & name, std::string & content);
 
+/// Hands the bytes of the file to `take`, piece by piece; false as above.
+bool ReadPieces(std::string const & name, std::function<void(std::string_view)> const & take);
+
 /// Empties or creates the file and writes the bytes. False if it can't be opened; a failing write is not
 /// reported.
 bool WriteFile(std::string const & name, std::string_view content);
+
+/// The same with what `give` puts into the empty text, again and again until it puts in nothing.
+bool WritePieces(std::string const & name, std::function<void(std::string &)> const & give);
 
 }  // namespace qrtcl::platform

@@ -34,15 +34,11 @@ template <typename Add> void Split(std::string_view text, char first, char secon
 template <typename Collection>
 void Divide(Collection & elements, std::string_view text, char first, char second, bool keepEmpty)
 {
-    if constexpr (requires { elements.reserve(1); }) {
-        auto const ends = [=](char c) { return c == first || c == second; };
-        elements.reserve(static_cast<std::size_t>(std::count_if(text.begin(), text.end(), ends)) + 1);
-    }
     Split(text, first, second, keepEmpty, [&elements](std::string_view line) {
         if constexpr (requires { elements.emplace_back(); }) {
-            elements.emplace_back(std::string(line));
+            elements.emplace_back(line);
         } else {
-            elements.emplace_hint(elements.end(), std::string(line));  // the files of sets are in order
+            elements.emplace_hint(elements.end(), line);  // the files of sets are in order
         }
     });
 }
@@ -56,6 +52,10 @@ void Redivide(Collection & elements, LCString const & text, char first, char sec
     if (text.empty()) {
         lines.emplace_back();
     } else {
+        if constexpr (requires { lines.reserve(1); }) {
+            auto const ends = [=](char c) { return c == first || c == second; };
+            lines.reserve(static_cast<std::size_t>(std::ranges::count_if(text.str(), ends)) + 1);
+        }
         Divide(lines, text.str(), first, second, keepEmpty);
     }
     elements.swap(lines);
@@ -140,7 +140,7 @@ template <typename Collection> LCString GetValue(Collection const & elements, LC
         std::string_view const line = element.str();
         std::size_t const equals = line.find('=');
         if (equals != std::string_view::npos && text::EqualCI(line.substr(0, equals), key.str())) {
-            return LCString(std::string(line.substr(equals + 1)));
+            return LCString(line.substr(equals + 1));
         }
     }
     return LCString();
@@ -153,21 +153,31 @@ template <typename Collection> bool Load(Collection & elements, LCString const &
     try {
         std::string const name = path.str();  // the path may be an element
         elements.clear();
-        std::string content;
-        bool const read = platform::ReadFile(name, content);
-        Divide(elements, content, '\n', '\n', true);
+        std::string open;  // the line whose end is still to come, and what is whole behind it
+        bool const read = platform::ReadPieces(name, [&](std::string_view piece) {
+            std::size_t const whole = piece.rfind('\n') + 1;
+            open.append(piece, 0, whole > 0 ? whole : piece.size());
+            if (whole == 0) return;
+            Divide(elements, open, '\n', '\n', true);
+            open.assign(piece, whole);
+        });
+        Divide(elements, open, '\n', '\n', true);
         return read;
     } catch (...) {
         return false;
     }
 }
 
+/// Writes each element and a line end.
 template <typename Collection> bool Save(Collection const & elements, LCString const & path) noexcept
 {
+    constexpr std::size_t pieceSize = 1 << 17;
     try {
-        std::string content = Join(elements, '\n').str();
-        if (!elements.empty()) content += '\n';
-        return platform::WriteFile(path.str(), content);
+        auto element = elements.begin();
+        return platform::WritePieces(path.str(), [&](std::string & piece) {
+            while (element != elements.end() && piece.size() < pieceSize)
+                piece.append((element++)->str()) += '\n';
+        });
     } catch (...) {
         return false;
     }

@@ -8,11 +8,32 @@
 
 namespace qrtcl::platform {
 
+namespace {
+
+constexpr std::size_t pieceSize = 1 << 17;
+
+/// Bytes read into a place; 0 at the end, negative if the read fails.
+::ssize_t Read(Descriptor const & file, char * place, std::size_t size)
+{
+    ::ssize_t got = 0;
+    do got = ::read(file.Number(), place, size);
+    while (got < 0 && errno == EINTR);
+    return got;
+}
+
+/// A folder can be opened, but it is no file.
+bool IsFile(Descriptor const & file, struct stat & status)
+{
+    return file.IsOpen() && ::fstat(file.Number(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
 bool ReadFile(std::string const & name, std::string & content)
 {
     Descriptor const file(name.c_str(), O_RDONLY);
     struct stat status {};
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
+    if (!IsFile(file, status)) return false;
 
     // One byte more than the size lets the last read see the end without growing; what has no size grows by
     // blocks.
@@ -21,14 +42,26 @@ bool ReadFile(std::string const & name, std::string & content)
     content.resize(std::max<std::size_t>(static_cast<std::size_t>(status.st_size) + 1, block));
     for (;;) {
         if (size == content.size()) content.resize(2 * size);
-        ::ssize_t const got = ::read(file.Number(), content.data() + size, content.size() - size);
-        if (got > 0) {
-            size += static_cast<std::size_t>(got);
-        } else if (got == 0 || errno != EINTR) {
+        ::ssize_t const got = Read(file, content.data() + size, content.size() - size);
+        if (got <= 0) {
             content.resize(size);
             return got == 0;
         }
+        size += static_cast<std::size_t>(got);
     }
+}
+
+bool ReadPieces(std::string const & name, std::function<void(std::string_view)> const & take)
+{
+    Descriptor const file(name.c_str(), O_RDONLY);
+    struct stat status {};
+    if (!IsFile(file, status)) return false;
+    std::string piece(pieceSize, '\0');
+    ::ssize_t got = 0;
+    while ((got = Read(file, piece.data(), piece.size())) > 0) {
+        take(std::string_view(piece).substr(0, static_cast<std::size_t>(got)));
+    }
+    return got == 0;
 }
 
 bool WriteFile(std::string const & name, std::string_view content)
@@ -36,6 +69,18 @@ bool WriteFile(std::string const & name, std::string_view content)
     Descriptor const file(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
     if (!file.IsOpen()) return false;
     WriteAll(file.Number(), content);
+    return true;
+}
+
+bool WritePieces(std::string const & name, std::function<void(std::string &)> const & give)
+{
+    Descriptor const file(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
+    if (!file.IsOpen()) return false;
+    std::string piece;
+    for (give(piece); !piece.empty(); give(piece)) {
+        WriteAll(file.Number(), piece);
+        piece.clear();
+    }
     return true;
 }
 
