@@ -12,7 +12,7 @@
 #include "foundation/LCTypes.h"
 
 // The collections of numbers: each has the interface of its standard container. `Contains` uses the order of
-// a set and scans lists and vectors. The collections of `bool` lists and `long` are moved like their
+// a set and scans lists and vectors. LCBoolList and the collections of `LCLong` are moved like their
 // container and empty then; all others are only copied.
 
 class QRTCL_API LCBoolList : public qrtcl::Plain<std::list<bool>> {};

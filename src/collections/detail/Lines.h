@@ -151,10 +151,10 @@ template <typename Collection> LCString GetValue(Collection const & elements, LC
 template <typename Collection> bool Load(Collection & elements, LCString const & path) noexcept
 {
     try {
-        std::string const name = path.str();  // the path may be an element
-        elements.clear();
+        Collection former;  // the path may be an element
+        former.swap(elements);
         std::string open;  // the line whose end is still to come, and what is whole behind it
-        bool const read = platform::ReadPieces(name, [&](std::string_view piece) {
+        bool const read = platform::ReadPieces(path.str(), [&](std::string_view piece) {
             std::size_t const whole = piece.rfind('\n') + 1;
             open.append(piece, 0, whole > 0 ? whole : piece.size());
             if (whole == 0) return;
