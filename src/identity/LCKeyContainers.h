@@ -132,7 +132,8 @@ public:
     }
     template <StandsFor<Second> Value> KeysWith(Keys const & keys, Value const & second)
     {
-        for (LCKeyIDRev const & key : keys) this->insert(this->end(), Pair(key, second));
+        Second const & each = second;  // converted once
+        for (LCKeyIDRev const & key : keys) this->insert(this->end(), Pair(key, each));
     }
 
     // These add to what `keys` holds, and no key that is there already. With `second`, only the keys of the
@@ -142,15 +143,19 @@ public:
     void ToKeyIDRevSet(LCKeyIDRevSet & keys) const { Collect(keys, anyPair); }
     template <StandsFor<Second> Value> void ToKeyIDRevList(LCKeyIDRevList & keys, Value const & second) const
     {
-        Collect(keys, [&](Pair const & pair) { return pair.second == second; });
+        Collect(keys, With(second));
     }
     template <StandsFor<Second> Value> void ToKeyIDRevSet(LCKeyIDRevSet & keys, Value const & second) const
     {
-        Collect(keys, [&](Pair const & pair) { return pair.second == second; });
+        Collect(keys, With(second));
     }
 
 private:
     static constexpr auto anyPair = [](Pair const &) { return true; };
+    static auto With(Second const & second)
+    {
+        return [&second](Pair const & pair) { return pair.second == second; };
+    }
 
     template <typename Predicate> void Collect(LCKeyIDRevSet & keys, Predicate take) const
     {
