@@ -64,7 +64,8 @@ public:
     /// Makes one member function of a receiver known to events, and owns the delegate for it.
     ///
     /// Unhook it from every event before it dies: it does not do so itself, and an event would call what is
-    /// gone (an `LCHook` unhooks itself).
+    /// gone. Nor let it die in a firing of that event in which another is hooked, which may come to stand at
+    /// its address. An `LCHook` sees to both.
     class LCHandler {
     public:
         template <typename T>
@@ -102,7 +103,7 @@ public:
         {
             movEvent << *this;
         }
-        ~LCHook() override { movEvent >> *this; }
+        ~LCHook() override { movEvent.Forget(this->mopDelegate.get()); }
 
     private:
         Event & movEvent;
@@ -208,7 +209,20 @@ private:
     {
         return std::find(movToRemove.begin(), movToRemove.end(), delegate) != movToRemove.end();
     }
-    bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty(); }
+    /// Unhooks for good what is about to be destroyed: the next delegate may come to stand at its address, so
+    /// nothing may be left that holds it.
+    void Forget(Base * delegate) noexcept
+    {
+        movToAdd.remove(delegate);
+        movToRemove.remove(delegate);
+        if (mopGone == nullptr) {
+            this->remove(delegate);
+        } else {
+            std::replace(this->begin(), this->end(), delegate, static_cast<Base *>(nullptr));
+            mbvHasGaps = true;
+        }
+    }
+    bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty() || mbvHasGaps; }
     // Kept apart from the road of a plain firing.
     [[gnu::cold]] void DropPending()
     {
@@ -219,9 +233,13 @@ private:
     {
         this->splice(this->end(), movToAdd);
         for (Base * const delegate : movToRemove) this->remove(delegate);
+        if (std::exchange(mbvHasGaps, false)) this->remove(nullptr);
     }
 
     bool mbvFiring = false;
+    /// What died while it was hooked to this very object, which is firing, has left null pointers. Never
+    /// copied.
+    bool mbvHasGaps = false;
     std::list<Base *> movToAdd;
     std::list<Base *> movToRemove;
     /// Where this very object, which is firing, tells that it is destroyed. Unlike the flag, never copied.
