@@ -7,8 +7,7 @@
 /// Threads that the list owns. Null pointers may stand in it.
 ///
 /// A copy holds the same pointers: only one of the two may go on to own them, the other must be cleared as a
-/// list
-/// (`clear`) before it is destroyed.
+/// list, with `clear`, before it is destroyed.
 class QRTCL_API LCThreadList : public std::list<LCThread *> {
 public:
     LCThreadList() = default;

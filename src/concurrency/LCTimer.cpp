@@ -9,6 +9,17 @@ namespace {
 
 constexpr LCULong noLimit = 0xFFFFFFFF;
 
+class WriterLock {
+public:
+    explicit WriterLock(LCRWCriticalSection & lock) : movLock(lock) { movLock.LockWriter(noLimit); }
+    WriterLock(WriterLock const &) = delete;
+    WriterLock & operator=(WriterLock const &) = delete;
+    ~WriterLock() { movLock.UnlockWriter(); }
+
+private:
+    LCRWCriticalSection & movLock;
+};
+
 }  // namespace
 
 /// What the message loop asks.
@@ -44,9 +55,10 @@ bool LCTimer::Start()
     Uninterrupted const uninterrupted;
     Stop();
     if (!qrtcl::MakeRoomForTicks(Access::functions)) return false;
-    movCS.LockWriter(noLimit);
-    qrtcl::TimerStart const start = movTimers.Insert(*this);
-    movCS.UnlockWriter();
+    qrtcl::TimerStart const start = [this] {
+        WriterLock const lock(movCS);
+        return movTimers.Insert(*this);
+    }();
     mivID = qrtcl::TimerID(start);
     qrtcl::StartTicks(start, mivInterval);
     return true;

@@ -8,9 +8,8 @@ namespace qrtcl {
 class TimerTable;
 }
 
-/// Fires an event at a fixed period, on the thread that started it and while that thread runs its message
-/// loop
-/// (`LHCMessageLoop`).
+/// Fires an event at a fixed period, on the thread that started it and while that thread runs its
+/// `LHCMessageLoop`.
 ///
 /// Ticks keep their phase: each is due one interval after the last one was due, however late that came. What
 /// a busy thread misses is made up for by one tick. A receiver may start, stop and destroy the timer that

@@ -1,8 +1,11 @@
 #include "concurrency/LHCMessageLoop.h"
 
+#include <algorithm>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 #include "concurrency/detail/LoopTimers.h"
 #include "platform/Protection.h"
@@ -33,7 +36,7 @@ public:
     /// Null if the thread has none.
     static Loop * Existing();
 
-    explicit Loop(int alarm);
+    Loop();
     Loop(Loop const &) = delete;
     Loop & operator=(Loop const &) = delete;
     ~Loop();
@@ -62,7 +65,7 @@ private:
     void Arm(Moment moment);
 
     std::thread::id const mivThread = std::this_thread::get_id();
-    int const mivAlarm;
+    int const mivAlarm = OpenAlarm();  // negative if the system gives none; nobody then sees the loop
     /// Another event loop waits for the alarm: it is always set to what comes next, not only for a wait of
     /// our own.
     bool mbvWatched = false;
@@ -89,22 +92,24 @@ Loop * Loop::Current()
 {
     if (cotHadLoop) return cotLoop;
     Uninterrupted const uninterrupted;
-    int const alarm = OpenAlarm();
-    if (alarm < 0) return nullptr;
-    cotLoop = new Loop(alarm);
+    auto loop = std::make_unique<Loop>();
+    if (loop->mivAlarm < 0) return nullptr;
+    cotLoop = loop.release();
     cotHadLoop = true;
     AtThreadEnd([](void *) { delete std::exchange(cotLoop, nullptr); }, nullptr);
     return cotLoop;
 }
 
-Loop::Loop(int alarm) : mivAlarm(alarm)
+Loop::Loop()
 {
+    if (mivAlarm < 0) return;
     std::lock_guard const guard(covLoopsLock);
     mopNext = std::exchange(copLoops, this);
 }
 
 Loop::~Loop()
 {
+    if (mivAlarm < 0) return;
     {
         Uninterrupted const uninterrupted;
         std::lock_guard const guard(covLoopsLock);

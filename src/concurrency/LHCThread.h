@@ -17,11 +17,9 @@ class LHCThreadState;
 ///
 /// Forced end. The destructor does not wait for receivers that still run: it ends the thread under them. This
 /// is for the end of a program or after a receiver has failed to answer `Terminate`; it can't be made safe:
-/// - No destructor of the receivers' local objects runs: their memory is lost, what they hold open stays
-/// open.
-/// - A lock that a receiver holds stays locked for ever: a reader or writer lock of this library, a mutex
-/// (also the
-///   one of a condition variable it waits on), the stream that it reads from.
+/// - No destructor of the receivers' local objects runs: memory is lost, what they hold open stays open.
+/// - A lock that a receiver holds stays locked for ever: a reader or writer lock of this library, a mutex,
+///   that of a condition variable it waits on, the stream that it reads from.
 /// - Data that a receiver was changing stay half changed.
 /// The heap and this library's own state stay usable. A thread that is busy in a system library, or has
 /// blocked all signals, can't be ended at once. After 250 ms the destructor returns nevertheless and the
