@@ -20,7 +20,7 @@ public:
     bool IsOpen() const { return mopDescriptor != reinterpret_cast<::iconv_t>(-1); }
 
     /// Converts from the front of `text` as far as it goes, and takes that off. False at a byte that can't be
-    /// converted.
+    /// converted. A letter is held back while an accent may follow; where the run ends it is given out.
     bool Append(std::string & units, std::string_view & text)
     {
         char buffer[4096];
@@ -32,6 +32,12 @@ public:
                           errno == E2BIG;
         units.append(buffer, to);
         text.remove_prefix(text.size() - left);
+        if (!done || text.empty()) {
+            to = buffer;
+            room = sizeof buffer;
+            ::iconv(mopDescriptor, nullptr, nullptr, &to, &room);
+            units.append(buffer, to);
+        }
         return done;
     }
 
