@@ -18,6 +18,8 @@ namespace {
 
 constexpr LCUInt64 groupBytes = 3;
 constexpr LCUInt64 groupChars = 4;
+/// Beyond it a text has no length.
+constexpr LCUInt64 maxEncodable = (std::numeric_limits<std::size_t>::max() - 1) / groupChars;
 
 unsigned char const * Bytes(LCString const & text)
 {
@@ -91,7 +93,7 @@ bool FillText(LCString & out, LCUInt64 length, void const * source, Fill fill) n
 char * LCBase64::Encode(unsigned char const * data, LCUInt64 count, LCUInt64 & length) noexcept
 {
     length = EncodedLength(count);
-    if (count > (std::numeric_limits<std::size_t>::max() - 1) / groupChars) return nullptr;
+    if (count > maxEncodable) return nullptr;
     char * const block = static_cast<char *>(std::malloc(groupChars * count + 1));
     if (block == nullptr) return nullptr;
     EncodeTo(data, count, block);
@@ -101,6 +103,7 @@ char * LCBase64::Encode(unsigned char const * data, LCUInt64 count, LCUInt64 & l
 
 void LCBase64::Encode(unsigned char const * data, LCUInt64 count, LCString & out) noexcept
 {
+    if (count > maxEncodable) return out.clear();
     FillText(out, EncodedLength(count), data, [&](char * text) { EncodeTo(data, count, text); });
 }
 

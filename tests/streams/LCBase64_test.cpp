@@ -63,13 +63,14 @@ TEST(Base64, DecodingRefusesNothingButTheLength)
 
 TEST(Base64, WithoutMemoryThereIsNoTextButALength)
 {
-    LCUInt64 const absurd = LCUInt64{1} << 63;
-    LCUInt64 length = 0;
-    LCString out = "old";
-    EXPECT_EQ(LCBase64::Encode(nullptr, absurd, length), nullptr);
-    EXPECT_EQ(length, (absurd + 2) / 3 * 4);
-    LCBase64::Encode(nullptr, absurd, out);
-    EXPECT_EQ(out, "");
+    for (LCUInt64 const absurd : {LCUInt64{1} << 63, ~LCUInt64{0}}) {
+        LCUInt64 length = 0;
+        LCString out = "old";
+        EXPECT_EQ(LCBase64::Encode(nullptr, absurd, length), nullptr);
+        EXPECT_EQ(length, (absurd + 2) / 3 * 4);
+        LCBase64::Encode(nullptr, absurd, out);
+        EXPECT_EQ(out, "");
+    }
 }
 
 TEST(Base64, TheTargetMayBeTheSource)
