@@ -189,14 +189,14 @@ LCString LCString::CopyTrimLeft() const { return LCString(text::TrimLeft(movText
 LCString LCString::CopyTrimRight() const { return LCString(text::TrimRight(movText, ' ')); }
 LCString LCString::CopyTrim() const { return LCString(text::TrimRight(text::TrimLeft(movText, ' '), ' ')); }
 
-void LCString::TrimLeft() { TrimLeft(' '); }
+void LCString::TrimLeft() { TrimLeftOf(' '); }
 void LCString::TrimRight() { movText.resize(text::TrimRight(movText, ' ').size()); }
 void LCString::Trim()
 {
     TrimRight();
     TrimLeft();
 }
-void LCString::TrimLeft(char c) { movText.erase(0, movText.size() - text::TrimLeft(movText, c).size()); }
+void LCString::TrimLeftOf(char c) { movText.erase(0, movText.size() - text::TrimLeft(movText, c).size()); }
 
 LCString LCString::substr(unsigned int pos) const { return substr(pos, wholeText); }
 
@@ -299,11 +299,13 @@ double LCString::IgnoreCharactersToDouble()
 
 bool LCString::LoadFromFile(LCString const & path)
 {
-    std::string const name = path.movText;  // the path may be this object
+    std::string own;
+    bool const fromItself = &path == this;
+    if (fromItself) own.swap(movText);
     movText.clear();
     try {
-        bool const read = qrtcl::platform::ReadFile(name, movText);
-        TrimLeft('\n');
+        bool const read = qrtcl::platform::ReadFile(fromItself ? own : path.movText, movText);
+        TrimLeftOf('\n');
         if (!movText.empty() && movText.back() == '\n') movText.pop_back();
         return read;
     } catch (...) {
@@ -327,22 +329,26 @@ LCUInt64 LCString::FindCI(LCString const & s, LCUInt64 pos) const noexcept
 
 void LCString::ReplaceInString(LCString const & from, LCString const & to)
 {
-    if (Contains(from)) movText = text::Replaced(movText, from.movText, to.movText, false);
+    text::Replace(movText, from.movText, to.movText, false, movText);
 }
 
 void LCString::ReplaceInStringCI(LCString const & from, LCString const & to)
 {
-    if (ContainsCI(from)) movText = text::Replaced(movText, from.movText, to.movText, true);
+    text::Replace(movText, from.movText, to.movText, true, movText);
 }
 
 LCString LCString::Replace(LCString const & from, LCString const & to) const
 {
-    return LCString(text::Replaced(movText, from.movText, to.movText, false));
+    LCString result;
+    if (!text::Replace(movText, from.movText, to.movText, false, result.movText)) return *this;
+    return result;
 }
 
 LCString LCString::ReplaceCI(LCString const & from, LCString const & to) const
 {
-    return LCString(text::Replaced(movText, from.movText, to.movText, true));
+    LCString result;
+    if (!text::Replace(movText, from.movText, to.movText, true, result.movText)) return *this;
+    return result;
 }
 
 LCString LCString::QuotedStr(LCString const & s) { return LCString("'" + s.movText + "'"); }

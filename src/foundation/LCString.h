@@ -161,7 +161,7 @@ public:
     void TrimRight();
     void Trim();
     /// Removes the leading run of `c`.
-    void TrimLeft(char c);
+    template <std::same_as<char> Char> void TrimLeft(Char c) { TrimLeftOf(c); }
 
     // Substrings. "Raises" is std::out_of_range with the text "invalid string position".
 
@@ -243,13 +243,19 @@ public:
         return movText.find(s.movText, pos);
     }
     /// A zero byte counts as the empty text.
-    LCUInt64 Find(char c) const noexcept { return c == '\0' ? 0 : movText.find(c); }
+    template <std::same_as<char> Char> LCUInt64 Find(Char c) const noexcept
+    {
+        return c == '\0' ? 0 : movText.find(c);
+    }
     LCUInt64 rfind(LCString const & s, LCUInt64 pos = npos) const noexcept
     {
         return movText.rfind(s.movText, pos);
     }
     /// A zero byte counts as the empty text.
-    LCUInt64 ReverseFind(char c) const noexcept { return c == '\0' ? movText.size() : movText.rfind(c); }
+    template <std::same_as<char> Char> LCUInt64 ReverseFind(Char c) const noexcept
+    {
+        return c == '\0' ? movText.size() : movText.rfind(c);
+    }
     LCUInt64 find_first_of(LCString const & set, LCUInt64 pos = 0) const noexcept
     {
         return movText.find_first_of(set.movText, pos);
@@ -282,6 +288,7 @@ public:
 
 private:
     void AssignCopies(int count, char c);
+    void TrimLeftOf(char c);
     bool SameCI(LCString const & other) const noexcept;
     void AssignInteger(int v, int width, char fill, bool hex) noexcept;
     void AssignDouble(double v, int precision, bool trim) noexcept;

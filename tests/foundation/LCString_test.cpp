@@ -21,6 +21,10 @@ static_assert(!constructs<double, int, int> && !constructs<double, bool> && !con
 template <typename Text> constexpr bool takesTextAsFlag = requires(Text text) { text.AsInt(0, "hex"); };
 template <typename Text> constexpr bool comparesWithNull = requires(Text text) { text == nullptr; };
 static_assert(!takesTextAsFlag<LCString> && !comparesWithNull<LCString>);
+template <typename T> constexpr bool isByte =
+    requires(LCString text, T c) { text.Find(c); } || requires(LCString text, T c) { text.ReverseFind(c); } ||
+    requires(LCString text, T c) { text.TrimLeft(c); };
+static_assert(isByte<char> && !isByte<bool> && !isByte<int> && !isByte<double>);
 static_assert(std::is_nothrow_move_constructible_v<LCString> && std::is_nothrow_move_assignable_v<LCString>);
 
 /// The text that a call gives, or what it raises.

@@ -212,20 +212,25 @@ std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t p
     return HasAvx2() ? FindByEndsAvx2(text, needle, pos) : FindByEnds(text, needle, pos);
 }
 
-std::string Replaced(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase)
+bool Replace(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase,
+             std::string & result)
 {
-    if (from.empty()) return std::string(text);
+    if (from.empty()) return false;
     auto const find = [&](std::size_t pos) {
         return ignoreCase ? FindCI(text, from, pos) : text.find(from, pos);
     };
-    std::string result;
-    result.reserve(text.size());
+    std::size_t match = find(0);
+    if (match == npos) return false;
+    std::string replaced;
+    replaced.reserve(text.size());
     std::size_t copied = 0;
-    for (std::size_t match = find(0); match != npos; match = find(copied)) {
-        result.append(text, copied, match - copied).append(to);
+    for (; match != npos; match = find(copied)) {
+        replaced.append(text, copied, match - copied).append(to);
         copied = match + from.size();
     }
-    return result.append(text, copied);
+    replaced.append(text, copied);
+    result = std::move(replaced);
+    return true;
 }
 
 bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ignoreCase) noexcept

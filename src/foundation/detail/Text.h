@@ -34,8 +34,10 @@ int CompareUpper(std::string_view a, std::string_view b) noexcept;
 /// input.
 std::size_t FindCI(std::string_view text, std::string_view needle, std::size_t pos) noexcept;
 
-/// The text with every match replaced; what was put in is not searched. An empty `from` replaces nothing.
-std::string Replaced(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase);
+/// Puts the text with every match replaced into `result`, which may be what the text is in; what was put in
+/// is not searched. False, and `result` as it was, if there is no match; the empty `from` has none.
+bool Replace(std::string_view text, std::string_view from, std::string_view to, bool ignoreCase,
+             std::string & result);
 
 /// Both texts end at their first zero byte.
 bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ignoreCase) noexcept;
