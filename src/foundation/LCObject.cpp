@@ -2,4 +2,8 @@
 
 int LCObject::mivUniqueIDCount = 0;
 
-LCObject::LCObject() : mivUniqueID(++mivUniqueIDCount) {}
+LCObject::LCObject()
+{
+    mivUniqueIDCount = static_cast<int>(static_cast<unsigned int>(mivUniqueIDCount) + 1);
+    mivUniqueID = mivUniqueIDCount;
+}

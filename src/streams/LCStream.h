@@ -6,9 +6,10 @@
 
 /// A run of bytes with a size and a read position, to which blocks of bytes can be appended.
 ///
-/// Sizes and counts are signed 32-bit numbers, so contents stop below 2 GiB. Nothing throws or returns an
-/// error: a stream whose file can't be opened, or that was asked for more than it held, is failed for the
-/// rest of its life. Its size is then -1, and it reads and writes nothing.
+/// Sizes and counts are signed 32-bit numbers, so contents stop below 2 GiB. Nothing but construction and
+/// `GetFileName`, for want of memory, throws, and nothing returns an error: a stream whose file can't be
+/// opened, that was asked for more than it held, or that found no room to write is failed for the rest of its
+/// life. Its size is then -1 (that of an output file is 0), and it reads and writes nothing.
 class QRTCL_API LCStream {
 public:
     LCStream() = default;

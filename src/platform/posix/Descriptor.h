@@ -30,7 +30,7 @@ inline void WriteAll(int descriptor, std::string_view bytes)
     while (!bytes.empty()) {
         ::ssize_t const written = ::write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return;
+        if (written <= 0) return;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }
