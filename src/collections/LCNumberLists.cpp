@@ -47,7 +47,9 @@ bool LCIntVector::Divide(LCString const & text, char sep, bool strict)
 
 bool LCDoubleVector::Divide(LCString const & text, char sep, bool strict)
 {
-    return DivideNumbers(*this, text.str(), sep, strict, number::ReadDouble);
+    return DivideNumbers(*this, text.str(), sep, strict, [](std::string_view field, double & value) {
+        return number::ReadDouble(field, value);
+    });
 }
 
 LCDoubleList::iterator LCDoubleList::FindAlmostEq(double value, double tol)

@@ -34,18 +34,14 @@ template <typename Word> std::uint64_t Load(char const * p)
     return word;
 }
 
-/// The bytes from `p` on as a number, the first in the lowest byte, zeros behind `end`. Few bytes are covered
-/// by loads that overlap.
+/// The bytes from `p` on as a number, the first in the lowest byte, zeros behind `end`. The 8 bytes in front
+/// of `end` can be read, those of them in front of `p` do not count.
 std::uint64_t LoadWord(char const * p, char const * end)
 {
     static_assert(std::endian::native == std::endian::little);
-    std::ptrdiff_t const left = end - p;
-    if (left >= 8) return Load<std::uint64_t>(p);
-    if (left >= 4) return Load<std::uint32_t>(p) | Load<std::uint32_t>(end - 4) << 8 * (left - 4);
-    if (left == 0) return 0;
-    std::ptrdiff_t const middle = left / 2;
-    return Load<std::uint8_t>(p) | Load<std::uint8_t>(p + middle) << 8 * middle |
-           Load<std::uint8_t>(end - 1) << 8 * (left - 1);
+    char const * const from = std::min(p, end - 8);
+    std::ptrdiff_t const half = 4 * (p - from);
+    return Load<std::uint64_t>(from) >> half >> half;
 }
 
 /// How many of the eight bytes, from the lowest on, are digits.
@@ -58,26 +54,14 @@ int CountDigits(std::uint64_t word)
     return std::countr_zero(others) / 8;
 }
 
-/// The number that the first `count` (1 to 8) bytes spell: the digits of pairs, fours and eights at once.
+/// The number that the first `count` (0 to 8) bytes spell: the digits of pairs, fours and eights at once.
 std::uint64_t EvaluateDigits(std::uint64_t word, int count)
 {
-    word <<= 8 * (8 - count);  // zeros in front
+    int const half = 4 * (8 - count);
+    word = word << half << half;  // zeros in front
     word = (word & 0x0F0F0F0F0F0F0F0F) * (10 * 256 + 1) >> 8;
     word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
     return (word & 0x0000FFFF0000FFFF) * (std::uint64_t{10000} * 4294967296 + 1) >> 32;
-}
-
-/// Adds the digits at `p` to `value`, which wraps beyond 19 of them; gives the place behind.
-char const * TakeDigits(char const * p, char const * end, std::uint64_t & value)
-{
-    for (;;) {
-        std::uint64_t const word = LoadWord(p, end);
-        int const count = CountDigits(word);
-        if (count == 0) return p;
-        value = value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
-        p += count;
-        if (count < 8) return p;
-    }
 }
 
 /// "00" to "99", one behind the other.
@@ -214,11 +198,79 @@ bool TakeSign(std::string_view & text)
     return negative;
 }
 
+/// Number text with 8 bytes that can be read in front of its end.
+class RoomyText {
+public:
+    explicit RoomyText(std::string_view text) : movView(text)
+    {
+        if (text.size() < room) Copy();
+    }
+    /// A short string keeps its bytes in itself, mostly with enough in front of them.
+    explicit RoomyText(std::string const & text) : movView(text)
+    {
+        auto const before = std::bit_cast<std::uintptr_t>(text.data()) - std::bit_cast<std::uintptr_t>(&text);
+        if (text.size() < room && (before < room || before > sizeof text)) Copy();
+    }
+    RoomyText(RoomyText const &) = delete;
+    RoomyText & operator=(RoomyText const &) = delete;
+
+    std::string_view View() const { return movView; }
+
+private:
+    static constexpr std::size_t room = 8;
+
+    void Copy()
+    {
+        movView.copy(mcaBytes + room, room);
+        movView = {mcaBytes + room, movView.size()};
+    }
+
+    char mcaBytes[2 * room] = {};
+    std::string_view movView;
+};
+
+/// A walk along a number text, by words of 8 bytes.
+struct Walk {
+    char const * at;
+    char const * end;
+
+    explicit Walk(std::string_view text) : at(text.data()), end(at + text.size()) {}
+
+    /// The byte here, 0 at the end.
+    char Byte() const { return at == end ? '\0' : *at; }
+
+    /// Takes a sign: true for "-".
+    bool TakeSign()
+    {
+        bool const negative = Byte() == '-';
+        at += static_cast<int>(negative) | static_cast<int>(Byte() == '+');
+        return negative;
+    }
+
+    /// Adds up to 8 digits to the number, which wraps beyond 19 of them; gives how many.
+    int TakeDigits(std::uint64_t & number)
+    {
+        std::uint64_t const word = LoadWord(at, end);
+        int const count = CountDigits(word);
+        number = number * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
+        at += count;
+        return count;
+    }
+    /// The same for all digits that follow.
+    std::ptrdiff_t TakeAllDigits(std::uint64_t & number)
+    {
+        char const * const first = at;
+        while (TakeDigits(number) == 8) continue;
+        return at - first;
+    }
+};
+
 /// The powers of ten that a double holds exactly.
 constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+constexpr std::uint64_t exactMantissa = std::uint64_t{1} << 53;
 constexpr std::ptrdiff_t beyondAnyDigits = 100000;
 
 /// A number without sign as the extraction collects it. With at most 19 digits, leading zeros included, it is
@@ -234,30 +286,26 @@ struct DecimalText {
 DecimalText ScanDecimal(std::string_view text)
 {
     DecimalText number;
-    char const * const begin = text.data();
-    char const * const end = begin + text.size();
-    std::uint64_t mantissa = 0;
-    char const * p = TakeDigits(begin, end, mantissa);
-    std::ptrdiff_t digits = p - begin;
-    if (p != end && *p == '.') {
-        char const * const fraction = p + 1;
-        p = TakeDigits(fraction, end, mantissa);
-        digits += p - fraction;
-        number.exponent = -static_cast<int>(std::min(p - fraction, beyondAnyDigits));
+    Walk walk(text);
+    std::ptrdiff_t digits = walk.TakeAllDigits(number.mantissa);
+    if (walk.Byte() == '.') {
+        ++walk.at;
+        std::ptrdiff_t const places = walk.TakeAllDigits(number.mantissa);
+        digits += places;
+        number.exponent = -static_cast<int>(std::min(places, beyondAnyDigits));
     }
-    number.mantissa = mantissa;
     number.digits = static_cast<int>(std::min(digits, beyondAnyDigits));
     number.complete = digits > 0;
-    if (number.complete && p != end && (*p == 'e' || *p == 'E')) {
-        ++p;
-        bool const down = p != end && *p == '-';
-        if (p != end && (*p == '-' || *p == '+')) ++p;
-        number.complete = p != end && IsDigit(*p);
+    if (number.complete && text::ToLower(walk.Byte()) == 'e') {
+        ++walk.at;
+        bool const down = walk.TakeSign();
+        number.complete = IsDigit(walk.Byte());
         std::ptrdiff_t shown = 0;
-        for (; p != end && IsDigit(*p); ++p) shown = std::min(shown * 10 + (*p - '0'), beyondAnyDigits);
+        for (; IsDigit(walk.Byte()); ++walk.at)
+            shown = std::min(shown * 10 + (*walk.at - '0'), beyondAnyDigits);
         number.exponent += static_cast<int>(down ? -shown : shown);
     }
-    number.size = static_cast<std::size_t>(p - begin);
+    number.size = static_cast<std::size_t>(walk.at - text.data());
     return number;
 }
 
@@ -271,10 +319,65 @@ double Quotient(std::uint64_t mantissa, int digits)
     UInt128 const numerator = static_cast<UInt128>(mantissa << up) << 63;
     std::uint64_t const wide = divisor << divisorUp;
     std::uint64_t const quotient = static_cast<std::uint64_t>(numerator / wide);
-    bool const rest = numerator % wide != 0;
+    bool const rest = static_cast<UInt128>(quotient) * wide != numerator;
     int const power = divisorUp - up - 63;  // between -126 and 0: always a normal number
     double const scale = std::bit_cast<double>(static_cast<std::uint64_t>(1023 + power) << 52);
     return static_cast<double>(quotient | static_cast<std::uint64_t>(rest)) * scale;
+}
+
+/// mantissa / 10^digits. If both sides are exact as doubles, one division rounds correctly.
+double Fraction(std::uint64_t mantissa, int digits)
+{
+    if (mantissa > exactMantissa) return Quotient(mantissa, digits);
+    return static_cast<double>(static_cast<std::int64_t>(mantissa)) / exactPowers[static_cast<unsigned>(digits)];
+}
+
+/// `value` is not negative.
+double WithSign(double value, bool negative)
+{
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) | std::uint64_t{negative} << 63);
+}
+
+/// Reads a number as it mostly is: up to 7 digits, the point and up to 15 digits, 18 in all, no exponent.
+/// False, with nothing done, if it is not like that.
+bool ReadPlain(std::string_view text, double & out)
+{
+    Walk walk(text);
+    bool const negative = walk.TakeSign();
+    std::uint64_t mantissa = 0;
+    int const whole = walk.TakeDigits(mantissa);
+    int places = 0;
+    if (walk.Byte() == '.') {
+        ++walk.at;
+        places = walk.TakeDigits(mantissa);
+        if (places == 8) places += walk.TakeDigits(mantissa);
+    }
+    if (whole + places == 0 || whole == 8 || places == 16 || whole + places > maxExactDigits) return false;
+    if (text::ToLower(walk.Byte()) == 'e') return false;
+    out = WithSign(Fraction(mantissa, places), negative);
+    return true;
+}
+
+/// The same for whole numbers of up to 15 digits.
+bool ReadPlain(std::string_view text, std::int64_t & out)
+{
+    Walk walk(text);
+    bool const negative = walk.TakeSign();
+    std::uint64_t number = 0;
+    int const count = walk.TakeDigits(number);
+    if (count == 0 || (count == 8 && walk.TakeDigits(number) == 8)) return false;
+    std::uint64_t const flip = 0 - std::uint64_t{negative};
+    out = static_cast<std::int64_t>((number ^ flip) - flip);
+    return true;
+}
+
+/// Gives the nearest number of 32 bits; false if that is another one.
+bool Narrow(std::int64_t value, std::int32_t & out)
+{
+    constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
+    out = static_cast<std::int32_t>(std::clamp(value, low, high));
+    return value == out;
 }
 
 /// Of the first digit that is not zero, counted from the point: which limit a number passed that has no
@@ -310,17 +413,13 @@ constexpr std::uint64_t tooLarge = std::uint64_t{1} << 32;
 Magnitude ReadDecimal(std::string_view text)
 {
     Magnitude read;
-    char const * const end = text.data() + text.size();
-    for (char const * p = text.data();;) {
-        std::uint64_t const word = LoadWord(p, end);
-        int const count = CountDigits(word);
-        if (count == 0) return read;
-        read.found = true;
-        read.value = read.value * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
+    Walk walk(text);
+    for (int count = 8; count == 8;) {
+        count = walk.TakeDigits(read.value);
         read.value = std::min(read.value, tooLarge);
-        p += count;
-        if (count < 8) return read;
+        read.found |= count > 0;
     }
+    return read;
 }
 
 /// As in the extraction, one prefix is taken even if no digit follows; that is a failure then.
@@ -348,6 +447,60 @@ Magnitude ReadMagnitude(std::string_view text, bool hex)
     return hex ? ReadHexadecimal(text) : ReadDecimal(text);
 }
 
+bool ReadRoomyDouble(std::string_view text, double & out) noexcept
+{
+    if (ReadPlain(text, out)) return true;
+    text = SkipSpace(text);
+    if (text.empty()) return false;
+    bool const negative = TakeSign(text);
+
+    DecimalText const number = ScanDecimal(text);
+    if (!number.complete) {
+        out = 0.0;
+        return false;
+    }
+    double value = 0.0;
+    bool fits = true;
+    if (number.digits <= 19 && number.exponent <= 0 && number.exponent >= -maxExactDigits) {
+        value = Fraction(number.mantissa, -number.exponent);
+    } else {
+        auto const result = std::from_chars(text.data(), text.data() + number.size, value);
+        if (result.ec == std::errc::result_out_of_range) {
+            fits = DecimalExponent(text.substr(0, number.size)) < 0;
+            value = fits ? 0.0 : std::numeric_limits<double>::max();
+        }
+    }
+    out = WithSign(value, negative);
+    return fits;
+}
+
+bool ReadRoomyInt(std::string_view text, bool hex, std::int32_t & out) noexcept
+{
+    std::int64_t read = 0;
+    if (!hex && ReadPlain(text, read)) return Narrow(read, out);
+    text = SkipSpace(text);
+    if (text.empty()) return false;
+    bool const negative = TakeSign(text);
+    Magnitude const magnitude = ReadMagnitude(text, hex);
+    read = static_cast<std::int64_t>(magnitude.value);
+    return Narrow(negative ? -read : read, out) && magnitude.found;
+}
+
+bool ReadRoomyUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
+{
+    text = SkipSpace(text);
+    if (text.empty()) return false;
+    bool const negative = TakeSign(text);
+    Magnitude const read = ReadMagnitude(text, hex);
+    if (!read.Fits()) {
+        out = std::numeric_limits<std::uint32_t>::max();
+        return false;
+    }
+    std::uint32_t const value = static_cast<std::uint32_t>(read.value);
+    out = negative ? 0u - value : value;
+    return read.found;
+}
+
 }  // namespace
 
 void AssignFixed(std::string & text, double v, int precision, bool trim)
@@ -369,64 +522,23 @@ std::string Decimal(std::uint64_t magnitude, bool negative)
 
 bool ReadDouble(std::string_view text, double & out) noexcept
 {
-    text = SkipSpace(text);
-    if (text.empty()) return false;
-    bool const negative = TakeSign(text);
-
-    DecimalText const number = ScanDecimal(text);
-    if (!number.complete) {
-        out = 0.0;
-        return false;
-    }
-    constexpr std::uint64_t exactMantissa = std::uint64_t{1} << 53;
-    double value = 0.0;
-    bool fits = true;
-    if (number.digits <= 19 && number.exponent >= -22 && number.exponent <= 22 &&
-        number.mantissa < exactMantissa) {
-        // Both sides are exact as doubles, so one division or multiplication rounds correctly.
-        double const scale = exactPowers[static_cast<unsigned>(std::abs(number.exponent))];
-        double const mantissa = static_cast<double>(number.mantissa);
-        value = number.exponent < 0 ? mantissa / scale : mantissa * scale;
-    } else if (number.digits <= 19 && number.exponent <= 0 && number.exponent >= -maxExactDigits) {
-        value = Quotient(number.mantissa, -number.exponent);
-    } else {
-        auto const result = std::from_chars(text.data(), text.data() + number.size, value);
-        if (result.ec == std::errc::result_out_of_range) {
-            fits = DecimalExponent(text.substr(0, number.size)) < 0;
-            value = fits ? 0.0 : std::numeric_limits<double>::max();
-        }
-    }
-    out = negative ? -value : value;
-    return fits;
+    return ReadRoomyDouble(RoomyText(text).View(), out);
 }
-
+bool ReadDouble(std::string const & text, double & out) noexcept
+{
+    return ReadRoomyDouble(RoomyText(text).View(), out);
+}
 bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
 {
-    text = SkipSpace(text);
-    if (text.empty()) return false;
-    bool const negative = TakeSign(text);
-    Magnitude const read = ReadMagnitude(text, hex);
-    std::int64_t const magnitude = static_cast<std::int64_t>(read.value);
-    std::int64_t const value = negative ? -magnitude : magnitude;
-    constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
-    constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
-    out = static_cast<std::int32_t>(std::clamp(value, low, high));
-    return read.found && value == out;
+    return ReadRoomyInt(RoomyText(text).View(), hex, out);
 }
-
+bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept
+{
+    return ReadRoomyInt(RoomyText(text).View(), hex, out);
+}
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
 {
-    text = SkipSpace(text);
-    if (text.empty()) return false;
-    bool const negative = TakeSign(text);
-    Magnitude const read = ReadMagnitude(text, hex);
-    if (!read.Fits()) {
-        out = std::numeric_limits<std::uint32_t>::max();
-        return false;
-    }
-    std::uint32_t const value = static_cast<std::uint32_t>(read.value);
-    out = negative ? 0u - value : value;
-    return read.found;
+    return ReadRoomyUInt(RoomyText(text).View(), hex, out);
 }
 
 }  // namespace qrtcl::number
