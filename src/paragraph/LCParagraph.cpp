@@ -67,8 +67,8 @@ Value FromChild(LCParagraph & parent, LCString const & name, Value const & def,
 template <typename Items, typename Read>
 void ItemsFromChild(LCParagraph & parent, LCString const & name, Items & items, Read read)
 {
-    items.clear();
     LCParagraph * const child = parent.GetParagraph(name);
+    items.clear();  // the name may be one of them
     if (child != nullptr) (child->*read)(items);
 }
 

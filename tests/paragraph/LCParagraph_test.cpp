@@ -233,6 +233,15 @@ TEST(Paragraph, MarkedLinesReadAsListVectorAndText)
     }
 }
 
+TEST(Paragraph, AListMayHoldTheNameItIsReadBy)
+{
+    TestTree t;
+    LCStringVector vector(1, "a name longer than a short text");
+    t.root.SetParameterAsString(vector[0], "value", true);
+    t.root.GetParameterAsStringVector(vector[0], vector);
+    EXPECT_EQ(vector[0], "value");
+}
+
 TEST(Paragraph, VectorsReadTheirItemsOnly)
 {
     TestTree t;
