@@ -163,7 +163,8 @@ std::vector<std::string> GoodInputs()
         "<a/>", " <a/>\n", "<a></a >", "<a b = 'c'/>", "<a>]]</a>", "<a:b/>", "<_a-1.\xC2\xB7/>",
         "<a>\xF0\x9F\x98\x80&#x10FFFF;&#9;</a>", "<a>\x7F</a>",
         "<?xml version='1.0' standalone='yes'?><a/>", "<?xml version='1.1'?><a/>", "<a><?pi ?></a>",
-        "<a xml:lang='de'/>", "<a b='>'/>", "<a>'\">&gt;</a>", "<a><![CDATA[]]]]></a>"};
+        "<a xml:lang='de'/>", "<a b='>'/>", "<a>'\">&gt;</a>", "<a><![CDATA[]]]]></a>",
+        "<?xml-stylesheet href='encoding.css' type='text/css'?><a/>"};
 }
 
 std::vector<std::string> BadInputs()
@@ -271,6 +272,7 @@ TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
     document.Clear();
     for (int i = 0; i < 10000; ++i)
         document.GetRootParagraph().SetAttributeAsInteger(LCString("a") + LCString(i), i);
+    document.GetRootParagraph().SetValueAsString("", true);  // is in the file one more
     EXPECT_TRUE(LHCDocument().LoadFromText(Saved(document)));
     document.GetRootParagraph().SetAttributeAsString("one", "more");
     EXPECT_FALSE(document.SaveToText(xml));
@@ -283,6 +285,8 @@ TEST(Document, HostileInputIsDoneQuickly)
 {
     std::string attributes = "<a";
     for (int i = 0; i < 400000; ++i) attributes += " b" + std::to_string(i) + "=''";
+    std::string names = "<a>";
+    for (int i = 0; i < 600000; ++i) names += "<b" + std::to_string(i) + "/>";
     std::string bomb = "<!DOCTYPE a [<!ENTITY b0 'b'>";
     for (int i = 0; i < 20; ++i) {
         std::string const name = "&b" + std::to_string(i) + ";";
@@ -299,6 +303,8 @@ TEST(Document, HostileInputIsDoneQuickly)
         {"<a>" + Repeated("&#65;", 1000000) + "</a>", true},
         {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
         {"<a b='" + Repeated("=\"", 1000000) + "'/>", true},
+        {"<a><![CDATA[ x<y " + Repeated("\"b\",", 20000) + "]]></a>", true},
+        {names + "</a>", true},
         {"<a>" + Repeated(" ", 1000000) + "x" + Repeated("<b/>", 200000) + "</a>", true},
     };
     for (auto const & [xml, good] : rows) {

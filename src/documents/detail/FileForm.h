@@ -8,7 +8,8 @@
 // in hexadecimal digits. An underscore that could be taken for the begin of such a form is written so itself.
 namespace qrtcl::documents {
 
-/// A document with more levels or more attributes in one paragraph is neither saved nor loaded.
+/// A document with more levels or more attributes in one paragraph is neither saved nor loaded. A value that
+/// stands in an attribute does not count.
 inline constexpr std::size_t maximumLevels = 256;
 inline constexpr std::size_t maximumAttributes = 10000;
 
@@ -16,8 +17,7 @@ inline constexpr std::size_t maximumAttributes = 10000;
 inline constexpr std::string_view valueAttribute = "_value";
 
 /// Appends a paragraph's or an attribute's name: ASCII letters, digits, "_", "-" and "." stay, the empty name
-/// is
-/// "_x_". What begins with "xml" in any case is escaped, since such names are reserved.
+/// is "_x_". What begins with "xml" in any case is escaped, since such names are reserved.
 void AppendName(std::string & out, std::string_view name);
 
 /// Whether a name stays as it is.

@@ -7,7 +7,10 @@
 #include <cstring>
 #include <exception>
 #include <memory>
+#include <new>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
@@ -51,8 +54,10 @@ void RefuseOtherEncodings(std::string_view begin)
     std::string_view const declaration = begin.substr(0, begin.find("?>"));
     std::size_t const name = declaration.find("encoding");
     std::size_t const quote = declaration.find_first_of("\"'", name);
-    if (declaration.find("<?xml") <= 3 && name != begin.npos &&
-        quote != begin.npos) {  // a mark may come first
+    std::size_t const start = declaration.find("<?xml");
+    bool const declares = start == 0 || start == 3;  // a mark may come first
+    if (declares && IsWhiteSpace(declaration.substr(start + 5, 1)) && name != begin.npos &&
+        quote != begin.npos) {
         std::string_view const behind = declaration.substr(quote + 1);
         std::string const value(behind.substr(0, behind.find(declaration[quote])));
         other = other || !LCString(value).EqCI("UTF-8");
@@ -61,7 +66,9 @@ void RefuseOtherEncodings(std::string_view begin)
 }
 
 /// The parser compares each attribute of a tag with all the others before it tells of them. This looks at the
-/// text first, and closely only at a tag that goes on from one piece to the next.
+/// text first, and closely only at a tag that goes on from one piece to the next. What only begins like a
+/// tag, in a comment, ends for it at the first quote that opens no attribute, and at that the parser stops
+/// too.
 class TagGuard {
 public:
     /// False if the open tag has too many attributes.
@@ -89,19 +96,24 @@ private:
             if (mcvQuote != '\0') {
                 i = piece.find(mcvQuote, i);
                 if (i == piece.npos) break;
-                mcvQuote = '\0';
-            } else if (c == '"' || c == '\'') {
+                mcvBefore = std::exchange(mcvQuote, '\0');
+                continue;
+            }
+            if (c == '"' || c == '\'') {
                 mcvQuote = c;
+                mbvInTag = mcvBefore == '=';
                 ++mivAttributes;
             } else if (c == '>' || c == '!' || c == '?') {
                 mbvInTag = false;  // at its end, or it is none
             }
+            if (!IsWhiteSpace(piece.substr(i, 1))) mcvBefore = c;
         }
-        return mivAttributes <= maximumAttributes;
+        return !mbvInTag || mivAttributes <= maximumAttributes + 1;  // one may be the value
     }
 
     bool mbvInTag = false;
     char mcvQuote = '\0';
+    char mcvBefore = '\0';  ///< the last character that is no white space
     std::size_t mivAttributes = 0;
 };
 
@@ -122,8 +134,13 @@ public:
 
     void Read()
     {
+        xmlResetLastError();
         xmlParseDocument(mopParser.get());
         if (mopThrown != nullptr) std::rethrow_exception(mopThrown);
+        // Without memory the parser drops a text, and says so only here.
+        if (xmlError const * const last = xmlGetLastError();
+            last != nullptr && last->code == XML_ERR_NO_MEMORY)
+            throw std::bad_alloc();
         if (mopParser->wellFormed == 0) throw Failure{"not well-formed"};
         // For the parser a zero is an end too. A file can have them behind its text after a crash of the
         // system.
@@ -231,12 +248,14 @@ private:
     void AddAttributes(xmlChar const ** attributes)
     {
         std::string textRoom;
-        for (std::size_t count = 1; *attributes != nullptr; attributes += 2, ++count) {
-            if (count > maximumAttributes) Fail(TooMany("attributes", maximumAttributes));
+        std::size_t count = 0;
+        for (; *attributes != nullptr; attributes += 2) {
             std::string_view const name = View(attributes[0]);
             std::string_view const text = Unescaped(View(attributes[1]), textRoom);
             if (name == valueAttribute) {
                 Access::SetValue(*mopAt, text);
+            } else if (++count > maximumAttributes) {
+                Fail(TooMany("attributes", maximumAttributes));
             } else if (!Access::AddAttribute(*mopAt, UnescapedName(name, movRoom), text)) {
                 Fail("attribute " + std::string(name) + " stands for one that is there");
             }
@@ -256,6 +275,27 @@ private:
             Access::SetValue(*mopAt, Unescaped(text, movRoom));
         movText.resize(moaLevels[--mivLevel].textBegin);
         mopAt = Access::ParentOf(*mopAt);
+        if (namesStayNarrow && xmlDictSize(mopParser->dict) > mostNames) RenewNames();
+    }
+
+    /// The parser's table of names stays small however many it holds: a million would be searched in long
+    /// chains. So it begins anew, with the names of the open elements: at the end of an element no others are
+    /// in use.
+    void RenewNames()
+    {
+        xmlParserCtxt & parser = *mopParser;
+        std::unique_ptr<xmlDict, void (*)(xmlDictPtr)> names(xmlDictCreate(), &xmlDictFree);
+        std::vector<xmlChar const **> uses{&parser.str_xml, &parser.str_xmlns, &parser.str_xml_ns};
+        for (int i = 0; i < parser.nameNr; ++i) uses.push_back(&parser.nameTab[i]);
+        std::vector<xmlChar const *> moved;
+        for (xmlChar const ** const use : uses) {
+            moved.push_back(xmlDictLookup(names.get(), *use, -1));
+            if (moved.back() == nullptr) throw std::bad_alloc();
+        }
+        for (std::size_t i = 0; i < uses.size(); ++i) *uses[i] = moved[i];
+        parser.name = moved.back();
+        xmlDictFree(std::exchange(parser.dict, names.release()));
+        moaNames.fill({});
     }
 
     /// What stood in the open element so far.
@@ -268,9 +308,10 @@ private:
     {
         xmlError const & error = mopParser->lastError;
         if (error.level != XML_ERR_FATAL) return;
+        if (error.code == XML_ERR_NO_MEMORY || error.message == nullptr) throw std::bad_alloc();
         std::string what(TrimWhiteSpace(error.message));
-        if (error.code == XML_ERR_TAG_NAME_MISMATCH)  // its text has a wrong line number
-            what = "the element " + std::string(error.str1) + " ends as " + error.str2;
+        if (error.code == XML_ERR_TAG_NAME_MISMATCH && error.str1 != nullptr && error.str2 != nullptr)
+            what = "the element " + std::string(error.str1) + " ends as " + error.str2;  // has the right line
         throw Failure{At(error.line, error.int2) + what};
     }
 
@@ -284,6 +325,8 @@ private:
     std::unique_ptr<xmlParserCtxt, FreeParser> mopParser;
     std::exception_ptr mopThrown;
 
+    static constexpr bool namesStayNarrow = LIBXML_VERSION < 21200;
+    static constexpr int mostNames = 16384;
     struct KnownName {
         xmlChar const * stored = nullptr;
         Name * name = nullptr;
