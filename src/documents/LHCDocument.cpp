@@ -1,6 +1,7 @@
 #include "documents/LHCDocument.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "documents/detail/Access.h"
@@ -28,6 +29,13 @@ public:
     std::string movText;
 };
 
+constexpr char const * outOfMemory = "out of memory";  // short enough to need none
+
+LCString ErrorText(LCString const & path, std::string const & what)
+{
+    return path.empty() ? what : path.str() + ": " + what;
+}
+
 }  // namespace
 
 LHCDocument::LHCDocument(bool findExisting) : LCDocument(findExisting), movRoot(mbvFindExisting) {}
@@ -44,18 +52,23 @@ void LHCDocument::Clear()
 template <typename Operation>
 bool LHCDocument::Run(LCString const & path, char const * what, Operation operation)
 {
-    std::string const place = path.empty() ? "" : path.str() + ": ";
+    movErrorText.clear();
     try {
-        movErrorText.clear();
-        Progress progress(mopInfo, mopCancel, what + (path.empty() ? "" : ' ' + path.str()));
-        operation(progress);
-        return true;
-    } catch (Failure const & failure) {
-        movErrorText = place + failure.text;
-    } catch (std::exception const & failure) {
-        movErrorText = place + failure.what();
-    } catch (...) {
-        movErrorText = place + "stopped by an exception";
+        try {
+            Progress progress(mopInfo, mopCancel, what + (path.empty() ? "" : ' ' + path.str()));
+            operation(progress);
+            return true;
+        } catch (Failure const & failure) {
+            movErrorText = ErrorText(path, failure.text);
+        } catch (std::bad_alloc const &) {
+            movErrorText = ErrorText(path, outOfMemory);
+        } catch (std::exception const & failure) {
+            movErrorText = ErrorText(path, failure.what());
+        } catch (...) {
+            movErrorText = ErrorText(path, "stopped by an exception");
+        }
+    } catch (std::bad_alloc const &) {
+        movErrorText = outOfMemory;
     }
     return false;
 }

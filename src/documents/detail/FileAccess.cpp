@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
 #include <utility>
 
 namespace qrtcl::documents {
@@ -23,6 +24,9 @@ template <typename Call> std::error_code Repeat(Call call)
     return error;
 }
 
+/// The same for a call without which nothing goes on.
+template <typename Call> void Do(Call call, char const * otherwise) { Check(Repeat(call), otherwise); }
+
 std::string FolderOf(std::string const & path)
 {
     std::size_t const slash = path.rfind('/');
@@ -35,10 +39,10 @@ std::string FolderOf(std::string const & path)
 FileSource::FileSource(std::string const & path) : moCalls(FileCalls::Get())
 {
     FileState state;
-    Check(moCalls.Look(path, state), "can't be read");
+    Do([&] { return moCalls.Look(path, state); }, "can't be read");
     if (state.kind == FileState::Kind::Folder) throw Failure{"is a folder"};
     mivSize = state.size;
-    Check(Repeat([&] { return moCalls.OpenToRead(path, mivFile); }), "can't be opened");
+    Do([&] { return moCalls.OpenToRead(path, mivFile); }, "can't be opened");
 }
 
 FileSource::~FileSource()
@@ -51,11 +55,11 @@ std::string_view FileSource::Next()
     std::size_t filled = 0;
     while (filled < room) {
         std::size_t count = 0;
-        Check(Repeat([&] {
-                  count = room - filled;
-                  return moCalls.Read(mivFile, mopBuffer.get() + filled, count);
-              }),
-              "can't be read");
+        auto const read = [&] {
+            count = room - filled;
+            return moCalls.Read(mivFile, mopBuffer.get() + filled, count);
+        };
+        Do(read, "can't be read");
         if (count == 0) break;
         filled += count;
     }
@@ -64,23 +68,23 @@ std::string_view FileSource::Next()
 
 FileReplacement::FileReplacement(std::string const & path) : moCalls(FileCalls::Get()), movPath(path)
 {
-    Check(moCalls.Look(movPath, movOld), "can't be written");
+    Do([&] { return moCalls.Look(movPath, movOld); }, "can't be written");
     switch (movOld.kind) {
     case FileState::Kind::Folder: throw Failure{"is a folder"};
     case FileState::Kind::Other:
-        Check(Repeat([&] { return moCalls.OpenToWrite(movPath, mivFile); }), "can't be opened");
+        Do([&] { return moCalls.OpenToWrite(movPath, mivFile); }, "can't be opened");
         return;
-    case FileState::Kind::File: Check(moCalls.CheckWritable(movPath), "can't be written"); break;
+    case FileState::Kind::File: Do([&] { return moCalls.CheckWritable(movPath); }, "can't be written"); break;
     case FileState::Kind::Nothing: break;
     }
-    Check(moCalls.Resolve(movPath), "can't be written");
+    Do([&] { return moCalls.Resolve(movPath); }, "can't be written");
     CreateTemporary();
 }
 
 FileReplacement::~FileReplacement()
 {
     Close();
-    if (!movTemporary.empty()) moCalls.Remove(movTemporary);
+    if (!movTemporary.empty()) Remove(movTemporary);
 }
 
 void FileReplacement::CreateTemporary()
@@ -98,7 +102,7 @@ void FileReplacement::CreateTemporary()
         std::error_code const error =
             Repeat([&] { return moCalls.Create(name, movOld.kind == FileState::Kind::File, mivFile); });
         if (error == std::errc::file_exists) continue;
-        Check(error, "can't be created");
+        Check(error, "no new file can be created in its folder");
         movTemporary = std::move(name);
         return;
     }
@@ -108,11 +112,11 @@ void FileReplacement::Write(std::string_view bytes)
 {
     while (!bytes.empty()) {
         std::size_t count = 0;
-        Check(Repeat([&] {
-                  count = bytes.size();
-                  return moCalls.Write(mivFile, bytes.data(), count);
-              }),
-              "can't be written");
+        auto const write = [&] {
+            count = bytes.size();
+            return moCalls.Write(mivFile, bytes.data(), count);
+        };
+        Do(write, "can't be written");
         if (count == 0) Check(std::make_error_code(std::errc::io_error), "can't be written");
         bytes.remove_prefix(count);
     }
@@ -123,8 +127,8 @@ void FileReplacement::Commit()
     bool const straight = movTemporary.empty();
     if (!straight) {
         if (movOld.kind == FileState::Kind::File)
-            Check(moCalls.CopyRights(mivFile, movOld), "can't be written");
-        Check(Repeat([&] { return moCalls.Sync(mivFile); }), "can't be written");
+            Do([&] { return moCalls.CopyRights(mivFile, movOld); }, "its mode can't be kept");
+        Do([&] { return moCalls.Sync(mivFile); }, "can't be written");
     }
     // An interrupted close has closed, and is not repeated.
     std::error_code const error = moCalls.Close(std::exchange(mivFile, -1));
@@ -136,16 +140,24 @@ void FileReplacement::Commit()
 void FileReplacement::Install()
 {
     std::string const spare = movTemporary + "-old";
-    bool const kept = movOld.kind == FileState::Kind::File && !moCalls.Link(movPath, spare);
+    std::string const folder = FolderOf(movPath);
+    bool const kept =
+        movOld.kind == FileState::Kind::File && !Repeat([&] { return moCalls.Link(movPath, spare); });
     std::error_code error = Repeat([&] { return moCalls.Rename(movTemporary, movPath); });
     if (!error) {
         movTemporary.clear();
-        error = Repeat([&] { return moCalls.SyncFolder(FolderOf(movPath)); });
-        if (error && kept && !moCalls.Rename(spare, movPath)) Check(error, "can't be written");
-        if (error && movOld.kind == FileState::Kind::Nothing) moCalls.Remove(movPath);
+        error = Repeat([&] { return moCalls.SyncFolder(folder); });
+        if (error && kept && !Repeat([&] { return moCalls.Rename(spare, movPath); }))
+            Check(error, "can't be written");
+        if (error && movOld.kind == FileState::Kind::Nothing) Remove(movPath);
     }
-    if (kept) moCalls.Remove(spare);
+    if (kept) Remove(spare);
     Check(error, "can't be written");
+}
+
+void FileReplacement::Remove(std::string const & path) noexcept
+{
+    Repeat([&] { return moCalls.Remove(path); });
 }
 
 void FileReplacement::Close() noexcept

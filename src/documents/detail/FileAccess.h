@@ -72,6 +72,7 @@ public:
 private:
     void CreateTemporary();
     void Install();
+    void Remove(std::string const & path) noexcept;
     void Close() noexcept;
 
     FileCalls & moCalls;

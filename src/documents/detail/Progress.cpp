@@ -15,8 +15,12 @@ Progress::Progress(LCInfo * info, LCCheckCancel * cancel, std::string what)
 Progress::~Progress()
 {
     if (!mbvShown) return;
-    mopInfo->ClearInfo();
-    mopInfo->HideInfo();
+    try {
+        mopInfo->ClearInfo();
+        mopInfo->HideInfo();
+    } catch (...) {
+        // What was loaded or saved is so nevertheless.
+    }
 }
 
 void Progress::Report(double done)
