@@ -205,11 +205,10 @@ public:
     {
         if (text.size() < room) Copy();
     }
-    /// A short string keeps its bytes in itself, mostly with enough in front of them.
     explicit RoomyText(std::string const & text) : movView(text)
     {
-        auto const before = std::bit_cast<std::uintptr_t>(text.data()) - std::bit_cast<std::uintptr_t>(&text);
-        if (text.size() < room && (before < room || before > sizeof text)) Copy();
+        std::size_t const before = text::OffsetInside(text);
+        if (text.size() < room && (before < room || before == std::string::npos)) Copy();
     }
     RoomyText(RoomyText const &) = delete;
     RoomyText & operator=(RoomyText const &) = delete;
@@ -329,7 +328,8 @@ double Quotient(std::uint64_t mantissa, int digits)
 double Fraction(std::uint64_t mantissa, int digits)
 {
     if (mantissa > exactMantissa) return Quotient(mantissa, digits);
-    return static_cast<double>(static_cast<std::int64_t>(mantissa)) / exactPowers[static_cast<unsigned>(digits)];
+    return static_cast<double>(static_cast<std::int64_t>(mantissa)) /
+           exactPowers[static_cast<unsigned>(digits)];
 }
 
 /// `value` is not negative.

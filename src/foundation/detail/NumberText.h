@@ -15,8 +15,8 @@ void AssignFixed(std::string & text, double v, int precision, bool trim);
 /// Decimal digits behind the sign.
 std::string Decimal(std::uint64_t magnitude, bool negative);
 
-// These read like the standard formatted extraction and leave in `out` what it leaves there. Short strings are
-// read faster than views.
+// These read like the standard formatted extraction and leave in `out` what it leaves there. Short strings
+// are read faster than views.
 bool ReadDouble(std::string_view text, double & out) noexcept;
 bool ReadDouble(std::string const & text, double & out) noexcept;
 bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept;

@@ -101,6 +101,36 @@ constexpr std::uint64_t FoldWord(std::uint64_t word)
 
 bool SameFolded(std::uint64_t a, std::uint64_t b) { return a == b || FoldWord(a) == FoldWord(b); }
 
+constexpr std::size_t blockSize = 16;
+
+#if defined(__SSE2__)
+
+__m128i FoldBlock(char const * bytes)
+{
+    __m128i const block = _mm_loadu_si128(reinterpret_cast<__m128i const *>(bytes));
+    __m128i const fromA = _mm_add_epi8(block, _mm_set1_epi8(128 - 'A'));  // "A" is the least signed byte
+    __m128i const upper = _mm_cmplt_epi8(fromA, _mm_set1_epi8(-128 + 26));
+    return _mm_or_si128(block, _mm_and_si128(upper, _mm_set1_epi8('a' - 'A')));
+}
+
+/// A one for each of the 16 bytes that differ by more than case.
+unsigned DifferentCI(char const * a, char const * b)
+{
+    return 0xFFFFu ^ static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(FoldBlock(a), FoldBlock(b))));
+}
+
+#else
+
+unsigned DifferentCI(char const * a, char const * b)
+{
+    unsigned different = 0;
+    for (unsigned i = 0; i < blockSize; ++i)
+        different |= static_cast<unsigned>(ToLower(a[i]) != ToLower(b[i])) << i;
+    return different;
+}
+
+#endif
+
 /// How much comparing in vain a search may do before the two-way search takes over: a few bytes for each
 /// place tried.
 bool TooMuch(std::size_t compared, std::size_t tried) { return compared > 1024 + 4 * tried; }
@@ -179,17 +209,29 @@ bool EqualCI(std::string_view a, std::string_view b) noexcept
 {
     std::size_t const size = a.size();
     if (b.size() != size) return false;
-    if (size < wordSize) {
-        for (std::size_t i = 0; i < size; ++i) {
-            if (ToLower(a[i]) != ToLower(b[i])) return false;
+    if (size >= blockSize) {
+        // The last block overlaps the one before it.
+        for (std::size_t i = 0; i + blockSize < size; i += blockSize) {
+            if (DifferentCI(a.data() + i, b.data() + i) != 0) return false;
         }
-        return true;
+        return DifferentCI(a.data() + size - blockSize, b.data() + size - blockSize) == 0;
     }
-    // The last word overlaps the one before it.
-    for (std::size_t i = 0; i + wordSize < size; i += wordSize) {
-        if (!SameFolded(Word(a, i), Word(b, i))) return false;
+    if (size >= wordSize) {
+        return SameFolded(Word(a, 0), Word(b, 0)) &&
+               SameFolded(Word(a, size - wordSize), Word(b, size - wordSize));
     }
-    return SameFolded(Word(a, size - wordSize), Word(b, size - wordSize));
+    for (std::size_t i = 0; i < size; ++i) {
+        if (ToLower(a[i]) != ToLower(b[i])) return false;
+    }
+    return true;
+}
+
+bool EqualCI(std::string const & a, std::string const & b) noexcept
+{
+    if (a.size() != b.size()) return false;
+    if (a.size() >= blockSize || OffsetInside(a) == npos || OffsetInside(b) == npos)
+        return EqualCI(std::string_view(a), std::string_view(b));
+    return (DifferentCI(a.data(), b.data()) & ((1u << a.size()) - 1)) == 0;
 }
 
 int CompareUpper(std::string_view a, std::string_view b) noexcept

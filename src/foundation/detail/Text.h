@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,7 +27,18 @@ constexpr char ToUpper(char c) { return upperTable[static_cast<unsigned char>(c)
 /// White space of the classic locale.
 constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
+/// Short strings mostly keep their bytes in the string object: words of up to 16 bytes can be read there,
+/// whatever the length of the text. The offset of the text in the object, or npos if it is not there.
+inline std::size_t OffsetInside(std::string const & text) noexcept
+{
+    std::size_t const offset =
+        std::bit_cast<std::uintptr_t>(text.data()) - std::bit_cast<std::uintptr_t>(&text);
+    return offset <= sizeof text - 16 ? offset : std::string::npos;
+}
+
 bool EqualCI(std::string_view a, std::string_view b) noexcept;
+/// The same, faster if they are short.
+bool EqualCI(std::string const & a, std::string const & b) noexcept;
 
 /// The order of the upper-case forms: negative, zero or positive.
 int CompareUpper(std::string_view a, std::string_view b) noexcept;
