@@ -40,34 +40,18 @@ void Fuzz(Input input)
     std::string const format = input.Rest();
 
     int const bias = LCDateTime::GetCurrentTimeZoneBias();
-    std::string const zone = std::string(bias < 0 ? "-" : "+") + Field(std::abs(bias) / 60, 2) + ":" +
-                             Field(std::abs(bias) % 60, 2);
+    std::string const zone =
+        std::string(bias < 0 ? "-" : "+") + Field(std::abs(bias) / 60, 2) + ":" + Field(std::abs(bias) % 60, 2);
     LCDateTime const date(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
-    RequireEqual("date", date.StrFormat(LCString(format)).str(),
-                 Format(format, "YMDHhmSstZ",
-                        {{"YYYY", Field(v[0], 4)},
-                         {"YY", Field(v[0] % 100, 2)},
-                         {"MM", Field(v[1], 2)},
-                         {"DD", Field(v[2], 2)},
-                         {"HH", Field(v[3], 2)},
-                         {"hh", Field(v[3] > 12 ? v[3] - 12 : v[3], 2)},
-                         {"mm", Field(v[4], 2)},
-                         {"SS", Field(v[5], 2)},
-                         {"sss", Field(v[6], 3)},
-                         {"tt", v[3] > 12 ? "PM" : "AM"},
-                         {"ZZ", zone}}));
+    RequireEqual("date", date.StrFormat(LCString(format)).str(), Format(format, "YMDHhmSstZ", {
+        {"YYYY", Field(v[0], 4)}, {"YY", Field(v[0] % 100, 2)}, {"MM", Field(v[1], 2)}, {"DD", Field(v[2], 2)},
+        {"HH", Field(v[3], 2)}, {"hh", Field(v[3] > 12 ? v[3] - 12 : v[3], 2)}, {"mm", Field(v[4], 2)},
+        {"SS", Field(v[5], 2)}, {"sss", Field(v[6], 3)}, {"tt", v[3] > 12 ? "PM" : "AM"}, {"ZZ", zone}}));
 
     int days, hours, minutes, seconds, milliseconds, allHours;
     span.Decode(allHours, minutes, seconds, milliseconds);
     span.Decode(days, hours, minutes, seconds, milliseconds);
-    RequireEqual("span", span.StrFormat(LCString(format)).str(),
-                 Format(format, "DMHhmSs",
-                        {{"DD", Field(days, 2)},
-                         {"HHH", Field(allHours, 2)},
-                         {"HH", Field(hours, 2)},
-                         {"hhh", Field(allHours, 0)},
-                         {"hh", Field(hours, 0)},
-                         {"mm", Field(minutes, 2)},
-                         {"SS", Field(seconds, 2)},
-                         {"sss", Field(milliseconds, 3)}}));
+    RequireEqual("span", span.StrFormat(LCString(format)).str(), Format(format, "DMHhmSs", {
+        {"DD", Field(days, 2)}, {"HHH", Field(allHours, 2)}, {"HH", Field(hours, 2)}, {"hhh", Field(allHours, 0)},
+        {"hh", Field(hours, 0)}, {"mm", Field(minutes, 2)}, {"SS", Field(seconds, 2)}, {"sss", Field(milliseconds, 3)}}));
 }

@@ -13,9 +13,8 @@ std::string Dump(LCParagraph & paragraph)
     std::string text = paragraph.GetName().str() + '\0' + paragraph.GetValueAsString("(none)").str() + '\0';
     LCStringVector names;
     paragraph.GetAttributeNames(names);
-    for (LCString const & name : names) {
+    for (LCString const & name : names)
         text += name.str() + '\0' + paragraph.GetAttributeAsString(name, "(none)").str() + '\0';
-    }
     LCParagraphList children;
     paragraph.GetParagraphs(children);
     for (LCParagraph * const child : children) text += '(' + Dump(*child) + ')';
@@ -30,9 +29,7 @@ void Build(LCParagraph & root, Input orders)
         LCString const text(line.substr(1));
         switch (line[0]) {
         case '+': at->CreateParagraph(text); break;
-        case '>':
-            if (++level < 200) at = at->CreateParagraph(text);
-            break;
+        case '>': at = ++level < 200 ? at->CreateParagraph(text) : at; break;
         case '<': at = at->GetParent() != nullptr ? at->GetParent() : at; break;
         case '-': at->RemoveParagraphsWithName(text); break;
         case '/': at = at->GetParagraph(text) != nullptr ? at->GetParagraph(text) : at; break;
@@ -48,8 +45,7 @@ void Build(LCParagraph & root, Input orders)
 /// The document's text, from which another document must get the same tree and write the same text.
 std::string RequireTheSameBack(LHCDocument & document)
 {
-    LCString xml;
-    LCString again;
+    LCString xml, again;
     RequireEqual("saved", document.SaveToText(xml), true);
     LHCDocument other;
     RequireEqual("loaded again", other.LoadFromText(xml), true);

@@ -25,6 +25,13 @@ void Fuzz(Input input)
     Compare<double>("double", text, false, [&](double & out) { return s.AsDoubleWithCheck(out); });
     for (bool const hex : {false, true}) {
         Compare<int>("int", text, hex, [&](int & out) { return s.AsIntWithCheck(out, hex); });
+        // A native long has the range of 32 bits, and all of it is written or nothing.
+        Compare<int>("native long", text, hex, [&](int & out) {
+            long native = 0x100000000L + out;
+            bool const good = s.AsLongWithCheck(native, hex);
+            out = static_cast<int>(native);
+            return good && native == out;
+        });
         Compare<LCLong>("long", text, hex, [&](LCLong & out) { return s.AsLongWithCheck(out, hex); });
         Compare<unsigned>("unsigned", text, hex, [&](unsigned & out) { return s.AsUIntWithCheck(out, hex); });
     }

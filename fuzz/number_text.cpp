@@ -27,8 +27,7 @@ void Fuzz(Input input)
     bool const hex = input.Take<char>() % 2 != 0;
 
     RequireEqual("integer", LCString(i, width, fill, hex).str(), Stream(i, 0, width, fill, hex));
-    RequireEqual("double", LCString(v, precision, width, fill).str(),
-                 Stream(v, precision, width, fill, false));
+    RequireEqual("double", LCString(v, precision, width, fill).str(), Stream(v, precision, width, fill, false));
     for (bool const trim : {false, true}) {
         int const digits = precision < 0 ? 12 : precision;
         std::string text = Stream(v, digits, 0, ' ', false);

@@ -15,8 +15,7 @@ std::string Fold(std::string text, bool ignoreCase, bool slashes)
     return text;
 }
 
-std::string Replace(std::string const & text, std::string const & from, std::string const & to,
-                    bool ignoreCase)
+std::string Replace(std::string const & text, std::string const & from, std::string const & to, bool ignoreCase)
 {
     std::string const folded = Fold(text, ignoreCase, false);
     std::string const sought = Fold(from, ignoreCase, false);
@@ -37,9 +36,8 @@ bool Matches(std::string const & subject, std::string const & pattern)
     for (char const c : pattern) {
         std::vector<bool> next(row.size());
         next[0] = c == '*' && row[0];
-        for (std::size_t s = 1; s < row.size(); ++s) {
+        for (std::size_t s = 1; s < row.size(); ++s)
             next[s] = c == '*' ? row[s] || next[s - 1] : row[s - 1] && (c == '?' || c == subject[s - 1]);
-        }
         row = next;
     }
     return row.back();
@@ -50,21 +48,19 @@ bool Matches(std::string const & subject, std::string const & pattern)
 void Fuzz(Input input)
 {
     LCUInt64 const pos = input.Take<unsigned char>();
-    std::string const text = input.TakeLine();
-    std::string const sought = input.TakeLine();
-    std::string const to = input.Rest();
+    std::string const text = input.TakeLine(), sought = input.TakeLine(), to = input.Rest();
     LCString s(text);
+    LCString const pattern(sought), with(to);
 
     std::size_t const place = Fold(text, true, false).find(Fold(sought, true, false), pos);
-    RequireEqual("FindCI", s.FindCI(LCString(sought), pos), place == text.size() ? LCString::npos : place);
-    RequireEqual("Replace", s.Replace(LCString(sought), LCString(to)).str(),
-                 Replace(text, sought, to, false));
-    RequireEqual("ReplaceCI", s.ReplaceCI(LCString(sought), LCString(to)).str(),
-                 Replace(text, sought, to, true));
+    RequireEqual("FindCI", s.FindCI(pattern, pos), place == text.size() ? LCString::npos : place);
     for (bool const ci : {false, true}) {
         bool const expected = Matches(Fold(text.c_str(), ci, true), Fold(sought.c_str(), ci, true));
-        LCString const pattern(sought);
-        RequireEqual("wildcards", ci ? s.CompareWildCardsCI(pattern) : s.CompareWildCards(pattern),
-                     int{expected});
+        RequireEqual("wildcards", ci ? s.CompareWildCardsCI(pattern) : s.CompareWildCards(pattern), int{expected});
+        std::string const replaced = Replace(text, sought, to, ci);
+        RequireEqual("Replace", (ci ? s.ReplaceCI(pattern, with) : s.Replace(pattern, with)).str(), replaced);
+        LCString edited(text);
+        ci ? edited.ReplaceInStringCI(pattern, with) : edited.ReplaceInString(pattern, with);
+        RequireEqual("ReplaceInString", edited.str(), replaced);
     }
 }

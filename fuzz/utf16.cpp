@@ -1,6 +1,12 @@
-// Texts as UTF-16, against a plain decoder of UTF-8 in which a broken byte stands for itself.
+// Texts as UTF-16, against a plain decoder of UTF-8 in which a broken byte stands for itself; and as files.
+#include <fstream>
+#include <iterator>
+#include <langinfo.h>
+#include <sys/mman.h>
+
 #include "Fuzz.h"
 #include "platform/CharacterSet.h"
+#include "streams/LCUnicodeExport.h"
 
 namespace {
 
@@ -28,9 +34,7 @@ void Fuzz(Input input)
 {
     std::string const text = input.Rest();
     std::string units;
-    auto const add = [&units](unsigned unit) {
-        units += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
-    };
+    auto const add = [&units](unsigned unit) { units += {static_cast<char>(unit), static_cast<char>(unit >> 8)}; };
     for (std::size_t i = 0; i < text.size();) {
         unsigned character = 0;
         i += Decode(std::string_view(text).substr(i), character);
@@ -39,7 +43,21 @@ void Fuzz(Input input)
     }
     RequireEqual("UTF-8", qrtcl::platform::ToUtf16(text, "UTF-8"), units);
 
-    units.clear();
-    for (char const c : text) add(static_cast<unsigned char>(c));
-    RequireEqual("ASCII", qrtcl::platform::ToUtf16(text, "ANSI_X3.4-1968"), units);
+    auto const byNumber = [&](std::string const & bytes) {
+        units.clear();
+        for (char const c : bytes) add(static_cast<unsigned char>(c));
+        return units;
+    };
+    RequireEqual("ASCII", qrtcl::platform::ToUtf16(text, "ANSI_X3.4-1968"), byNumber(text));
+    static std::string const path = "/proc/self/fd/" + std::to_string(::memfd_create("file", 0));
+    auto const written = [](bool (*save)(char const *, char const *) noexcept, std::string const & content) {
+        RequireEqual("saved", save(content.c_str(), path.c_str()), true);
+        std::ifstream in(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    std::string const head = "[oledb]\r\n; Everything after this line is an OLE DB initstring\r\n";
+    RequireEqual("data link", written(LCUnicodeExport::SaveConnStrUDLFile, text),
+                 "\xFF\xFE" + byNumber(head + text.c_str() + "\r\n"));
+    RequireEqual("text", written(LCUnicodeExport::SaveStringToFile, text),
+                 "\xFF\xFE" + qrtcl::platform::ToUtf16(text.c_str(), ::nl_langinfo(CODESET)));
 }

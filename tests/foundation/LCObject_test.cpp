@@ -15,12 +15,10 @@ TEST(Object, IdsCountUpAndCopiesKeepThem)
 {
     Counted const first, copy(first);
     Counted second;
-    EXPECT_EQ(copy.GetUniqueID(), first.GetUniqueID());
-    EXPECT_EQ(second.GetUniqueID(), first.GetUniqueID() + 1);
-    EXPECT_EQ(second.GetUniqueID(), Counted::Count());
+    int const id = first.GetUniqueID();
+    EXPECT_EQ(std::tuple(copy.GetUniqueID(), second.GetUniqueID(), Counted::Count()), std::tuple(id, id + 1, id + 1));
     second = first;
-    EXPECT_EQ(second.GetUniqueID(), first.GetUniqueID());
-    EXPECT_EQ(Counted::Count(), first.GetUniqueID() + 1);
+    EXPECT_EQ(std::tuple(second.GetUniqueID(), Counted::Count()), std::tuple(id, id + 1));
 }
 
 TEST(Object, TheSeamsAnswerHarmlessly)

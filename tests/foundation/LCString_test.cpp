@@ -1,6 +1,5 @@
 #include "foundation/LCString.h"
 
-#include <cmath>
 #include <limits>
 #include <memory>
 #include <unordered_set>
@@ -32,10 +31,8 @@ std::string Outcome(auto call)
 {
     try {
         return call().str();
-    } catch (std::out_of_range const & e) {
-        return "out of range: "s + e.what();
-    } catch (std::length_error const & e) {
-        return "length: "s + e.what();
+    } catch (std::logic_error const & e) {
+        return (dynamic_cast<std::out_of_range const *>(&e) != nullptr ? "out of range: "s : "length: "s) + e.what();
     }
 }
 
@@ -47,77 +44,43 @@ TEST(String, ConstructionFromTextAndBytes)
 
     LCString text("ab");
     text.resize(5);
-    EXPECT_EQ(text.str(), "ab\0\0\0"s);
-    EXPECT_STREQ(text.c_str(), "ab");
+    EXPECT_EQ(text.str() + text.c_str(), "ab\0\0\0ab"s);
     EXPECT_EQ(text.assign("x\0yz", 3).str(), "x\0y"s);
-    EXPECT_EQ(text.GetLength(), 3);
     text.SetAt(1, '-');
     text[0u] = 'X';
     EXPECT_EQ(text, "X-y");
     EXPECT_EQ(std::unordered_set<LCString>({"a", "b", "a"}).size(), 2u);
-}
 
-TEST(String, WideTextConvertsByNumberUpToTheFirstForeignCharacter)
-{
-    std::wstring wide;
+    std::wstring wide;  // converts by number up to the first foreign character
     for (wchar_t c = 1; c <= 0xFF; ++c) wide += c;
-    LCString const narrow(wide.c_str());
-    EXPECT_EQ(narrow.GetAt(254), '\xFF');
+    LCString const narrow((wide + L"\x20AC z").c_str());
+    EXPECT_EQ(narrow.str().substr(253), "\xFE\xFF");
     EXPECT_EQ(std::unique_ptr<wchar_t[]>(narrow.ToCharPointer()).get(), wide);
-    EXPECT_EQ(LCString(L"ab\x20AC z"), "ab");
 }
 
-TEST(String, EveryNativeIntegerGivesItsDecimalDigits)
+TEST(String, EveryNativeNumberGivesItsTextAndDefaultsAnswerWhatCannotBeRead)
 {
     EXPECT_EQ((Texts{LCString(std::numeric_limits<int>::min()), LCString(std::numeric_limits<unsigned>::max()),
                      LCString(-7L), LCString(7UL), LCString(std::numeric_limits<long long>::min()),
                      LCString(std::numeric_limits<LCUInt64>::max()), LCString(255, true)}),
               (Texts{"-2147483648", "4294967295", "-7", "7", "-9223372036854775808", "18446744073709551615", "ff"}));
-}
-
-TEST(String, DoublesInTheirStoredForms)
-{
-    struct { double v; int precision; bool trim; char const * expected; } const rows[] = {
-        {0.0, -1, false, "0"}, {-0.0, -1, false, "-0"}, {123.5, -1, false, "123.5"}, {0.1, -1, false, "0.1"},
-        {1e15, -1, true, "1000000000000000"}, {1.0 / 3.0, -1, false, "0.333333333333"}, {-1e-13, -1, false, "-0"},
-        {100.0, -1, false, "100"}, {3.14159, 2, false, "3.14"}, {3.10, 2, true, "3.1"}, {3.0, 2, true, "3"},
-        {3.0, 2, false, "3.00"}, {120.0, 0, true, "120"}, {0.0, 0, true, "0"}, {2.5, 0, false, "2"},
-        {1.5, 0, false, "2"}, {HUGE_VAL, -1, false, "inf"}, {-HUGE_VAL, 2, true, "-inf"},
-    };
-    for (auto const & row : rows) EXPECT_EQ(LCString(row.v, row.precision, row.trim), row.expected) << row.v;
+    EXPECT_EQ((Texts{LCString(3.10, 2, true), LCString(120.0, 0, true), LCString(-1e-13, -1, false),
+                     LCString(1e15, -1, false)}), (Texts{"3.1", "120", "-0", "1000000000000000"}));
     EXPECT_EQ(LCString(1.0, 400, false).size(), 402u);
-}
-
-TEST(String, DefaultsAnswerWhatCannotBeRead)
-{
     EXPECT_EQ(std::tuple(LCString("x").AsDouble(2.5), LCString("").AsInt(7, false), LCString(-1, true).AsInt(9, true),
                          LCString("2147483648").AsLong(3), LCString("x").AsUInt(-1, false)),
               std::tuple(2.5, 7, 9, 3, 4294967295u));
-    constexpr long before = 0x100000000L;  // what only its low half is 0 of
-    struct { char const * text; bool done; long left; } const rows[] = {
-        {"-12", true, -12}, {"3000000000", false, 2147483647}, {"", false, before}, {"x", false, 0}};
-    for (auto const & row : rows) {
-        long native = before;
-        bool const done = LCString(row.text).AsLongWithCheck(native);
-        EXPECT_EQ(std::pair(done, native), std::pair(row.done, row.left)) << row.text;
-    }
 }
 
 TEST(String, CleansAndDigsOutNumbers)
 {
     struct { std::string text, expected; } const rows[] = {
         {"1.500", "1.5"}, {"1.000", "1"}, {"100", "100"}, {"0.0", "0"}, {"1.", "1"}, {".", ""}, {"", ""}, {".0", ""},
-        {"1.50  ", "1.50"}, {"100  ", "100  "}, {"1 .00", "1"}, {"1.0.0", "1.0"},
-    };
-    for (auto const & row : rows) {
-        LCString text(row.text), clean(text);
-        clean.CleanDoubleString();
-        EXPECT_EQ((Texts{clean, LCString::CleanDoubleString(text)}), Texts(2, row.expected)) << row.text;
-    }
+        {"1.50  ", "1.50"}, {"100  ", "100  "}, {"1 .00", "1"}, {"1.0.0", "1.0"}};
+    for (auto const & row : rows) EXPECT_EQ(LCString::CleanDoubleString(LCString(row.text)), row.expected) << row.text;
     struct { char const * text; double expected; } const dug[] = {
         {"12.5 mm", 12.5}, {"none", 0.0}, {"a-5b", -5.0}, {"+5", 5.0}, {"1 2", 1.0}, {"1,5", 1.0}, {"--5", 0.0},
-        {"\2623", 3.0},  // a superscript 2 is no digit
-    };
+        {"\2623", 3.0}};  // a superscript 2 is no digit
     for (auto const & row : dug) EXPECT_EQ(LCString(row.text).IgnoreCharactersToDouble(), row.expected) << row.text;
 }
 
@@ -127,8 +90,7 @@ TEST(String, FilesKeepTheirLinesButForLeadingEmptyOnes)
     LCString text("before");
     struct { std::string content, expected; } const rows[] = {
         {"abc\n", "abc"}, {"\n\nabc", "abc"}, {"abc\n\ndef", "abc\n\ndef"}, {"abc\n\n", "abc\n"},
-        {"", ""}, {"\n\n\n", ""}, {"a\0b\r\n"s, "a\0b\r"s},
-    };
+        {"", ""}, {"\n\n\n", ""}, {"a\0b\r\n"s, "a\0b\r"s}};
     for (auto const & row : rows) {
         EXPECT_TRUE(LCString(row.content).SaveToFile(folder.Path("file")));
         EXPECT_EQ(folder.Read("file"), row.content);
@@ -137,8 +99,7 @@ TEST(String, FilesKeepTheirLinesButForLeadingEmptyOnes)
     }
     for (auto const & path : {folder.Path(""), folder.Path("missing/file")}) {
         text = "before";
-        EXPECT_FALSE(text.LoadFromFile(path) || text.SaveToFile(path)) << path.str();
-        EXPECT_EQ(text, "");
+        EXPECT_FALSE(text.LoadFromFile(path) || text.SaveToFile(path) || !text.empty()) << path.str();
     }
     LCString self = folder.Write("self", "content");
     EXPECT_TRUE(self.LoadFromFile(self));
@@ -148,28 +109,32 @@ TEST(String, FilesKeepTheirLinesButForLeadingEmptyOnes)
 TEST(String, OrderIsThatOfUnsignedBytesAndFoldedOrderThatOfUpperCase)
 {
     ExpectTotalOrder(Texts{"", "A", "AB", "B", "_", "a", "\x80", "\xFF"});
+    Texts const ordered = {"", "a", "Ab", "B", "z", "_", "\x80"};
+    for (std::size_t i = 0; i < ordered.size(); ++i) {
+        for (std::size_t j = 0; j < ordered.size(); ++j)
+            EXPECT_EQ(LCString::LCCompareCI()(ordered[i].LowerCase(), ordered[j].UpperCase()), i < j) << i << j;
+    }
     EXPECT_TRUE(LCString("ABC").EqCI("abc") && LCString("abc").NEqCI("abcd") && LCString("\xC4").NEqCI("\xE4"));
-    struct { std::string a, b; bool expected; } const rows[] = {
-        {"B", "_", true}, {"b", "_", true}, {"a", "A", false}, {"A", "a", false}, {"a", "ab", true},
-        {"B", "a", false}, {"z", "\x80", true},
-    };
-    for (auto const & row : rows) EXPECT_EQ(LCString::LCCompareCI()(row.a, row.b), row.expected) << row.a << row.b;
+    std::locale const & classic = std::locale::classic();
+    for (unsigned i = 1; i < 256; ++i) {
+        char const c = static_cast<char>(i);
+        EXPECT_EQ((Texts{LCString(c).UpperCase(), LCString(c).LowerCase()}),
+                  (Texts{std::toupper(c, classic), std::tolower(c, classic)})) << i;
+    }
 }
 
 TEST(String, JoinsPathsWithOneBackslash)
 {
     struct { std::string left, right, expected; } const rows[] = {
         {"C:\\a", "b", "C:\\a\\b"}, {"C:\\a\\", "b", "C:\\a\\b"}, {"C:\\a", "\\b", "C:\\a\\b"},
-        {"C:\\a\\", "\\b", "C:\\a\\b"}, {"", "b", "b"}, {"a", "", "a"}, {"a/", "b", "a/\\b"}, {"\\", "\\", "\\"},
-    };
+        {"C:\\a\\", "\\b", "C:\\a\\b"}, {"", "b", "b"}, {"a", "", "a"}, {"a/", "b", "a/\\b"}, {"\\", "\\", "\\"}};
     for (auto const & row : rows) EXPECT_EQ(LCString(row.left) & row.right, row.expected);
 }
 
 TEST(String, TrimsBlanksOnly)
 {
     struct { std::string text, left, right, both; } const rows[] = {
-        {"  a b  ", "a b  ", "  a b", "a b"}, {"   ", "", "", ""}, {"", "", "", ""}, {"\t a", "\t a", "\t a", "\t a"},
-    };
+        {"  a b  ", "a b  ", "  a b", "a b"}, {"   ", "", "", ""}, {"", "", "", ""}, {"\t a", "\t a", "\t a", "\t a"}};
     for (auto const & row : rows) {
         LCString const text(row.text);
         LCString left(text), right(text), both(text);
@@ -192,22 +157,19 @@ TEST(String, SubstringsAtTheirEdges)
     struct { LCString (LCString::*part)(int) const; int n; std::string expected; } const rows[] = {
         {&LCString::Left, 10, "abc"}, {&LCString::Left, -1, "abc"}, {&LCString::Right, 3, "abc"},
         {&LCString::Right, 0, ""}, {&LCString::Right, 4, raises}, {&LCString::Right, -1, raises},
-        {&LCString::Tail, 3, ""}, {&LCString::Tail, 4, raises}, {&LCString::Tail, -1, raises},
-    };
+        {&LCString::Tail, 3, ""}, {&LCString::Tail, 4, raises}, {&LCString::Tail, -1, raises}};
     for (auto const & row : rows)
         EXPECT_EQ(Outcome([&] { return (abc.*row.part)(row.n); }), row.expected) << row.n;
     struct { int pos, n; std::string expected; } const middles[] = {
         {3, 2, ""}, {4, 2, ""}, {1, 100, "bc"}, {1, -1, "bc"}, {1, 1, "b"}, {-1, 1, raises}};
     for (auto const & row : middles)
         EXPECT_EQ(Outcome([&] { return abc.Mid(row.pos, row.n); }), row.expected) << row.n;
-    EXPECT_EQ(abc.substr(3), "");
 
     LCString edited(abc);
+    EXPECT_EQ(Outcome([&] { return edited.erase(4, 1); }) + Outcome([&] { return edited.insert(4, "x"); }),
+              raises + raises);
     EXPECT_EQ(edited.insert(1, edited), "aabcbc");
     EXPECT_EQ(edited.erase(1, 3), "abc");
-    EXPECT_EQ(Outcome([&] { return edited.substr(4, 0); }), raises);
-    EXPECT_EQ(Outcome([&] { return edited.erase(4, 1); }), raises);
-    EXPECT_EQ(Outcome([&] { return edited.insert(4, "x"); }), raises);
     edited.Reverse();
     LCString const & alias = edited;
     edited += alias;
@@ -215,30 +177,17 @@ TEST(String, SubstringsAtTheirEdges)
     EXPECT_EQ(LCString("<") + edited + ">", "<cbacba\\cbacba>");
 }
 
-TEST(String, FoldingChangesAsciiLettersOnly)
-{
-    std::string all, upper, lower;
-    for (int c = 1; c < 256; ++c) {
-        all += static_cast<char>(c);
-        upper += static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
-        lower += static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
-    }
-    EXPECT_EQ(LCString(all).UpperCase().str(), upper);
-    EXPECT_EQ(LCString(all).LowerCase().str(), lower);
-}
-
 TEST(String, FindsPositionsFromEitherEnd)
 {
     using Places = std::vector<LCUInt64>;
     LCUInt64 const npos = LCString::npos;
     LCString const text("xabab"), abc("abc");
-    EXPECT_EQ((Places{text.Find("ab", 0), text.find("ab", 2), text.Find("ab", 4), abc.Find("", 3), abc.Find("", 4)}),
-              (Places{1, 3, npos, 3, npos}));
-    EXPECT_EQ((Places{text.rfind("ab"), text.rfind("ab", 2), text.rfind("xababx")}), (Places{3, 1, npos}));
-    EXPECT_EQ((Places{text.Find('b'), abc.Find('\0'), text.ReverseFind('a'), abc.ReverseFind('\0')}),
-              (Places{2, 0, 3, 3}));
-    EXPECT_EQ((Places{abc.find_first_of("xy"), text.find_last_of("ab", 100), text.find_last_of("xa", 0),
-                      LCString().find_last_of("ab")}), (Places{npos, 4, 0, npos}));
+    EXPECT_EQ((Places{text.Find("ab", 0), text.find("ab", 2), text.Find("ab", 4), abc.Find("", 3), abc.Find("", 4),
+                      text.rfind("ab"), text.rfind("ab", 2), text.rfind("xababx")}),
+              (Places{1, 3, npos, 3, npos, 3, 1, npos}));
+    EXPECT_EQ((Places{text.Find('b'), abc.Find('\0'), text.ReverseFind('a'), abc.ReverseFind('\0'),
+                      abc.find_first_of("xy"), text.find_last_of("ab", 100), text.find_last_of("xa", 0)}),
+              (Places{2, 0, 3, 3, npos, 4, 0}));
     EXPECT_TRUE(LCString("").Contains("") && !LCString("").ContainsCI(""));
 }
 
@@ -249,13 +198,6 @@ TEST(String, ReplacesWithoutSearchingWhatItPutIn)
     self.ReplaceInString("b", self);
     EXPECT_EQ(self, "aababaabab");
     EXPECT_EQ(LCString::QuotedStr("it's"), "'it's'");
-}
-
-TEST(String, WildcardsTakeEitherSlash)
-{
-    LCString path("C:/dir/a.txt");
-    EXPECT_EQ((std::vector{path.CompareWildCards("C:\\dir\\*.t?t"), path.CompareWildCards("C:\\DIR\\*.TXT"),
-                           path.CompareWildCardsCI("C:\\DIR\\*.TXT")}), (std::vector{1, 0, 1}));
 }
 
 }  // namespace

@@ -9,9 +9,8 @@
 
 namespace {
 
-using Box = LHCMessageBox;
-constexpr unsigned int note = Box::civStyle_Ok, question = Box::civStyle_YesNo;
-constexpr int ok = Box::civAnswer_Ok, yes = Box::civAnswer_Yes, no = Box::civAnswer_No;
+constexpr unsigned int note = 0, question = 4;
+constexpr int ok = 1, yes = 6, no = 7;
 
 enum Place { Terminal, Background, Service };
 
@@ -54,8 +53,7 @@ TEST(MessageBox, ATerminalIsAskedAndElsewhereNothingWaitsAndTheAnswerIsNo)
         {Terminal, question, "\nyo\nyes\n", ask, yes}, {Terminal, question, "\n\nNo\ny\n", ask, no},
         {Terminal, question, "\x04", ask, no}, {Terminal, note, "\n", "Return", ok},
         {Background, question, "y\n", line, no}, {Background, note, "", line, ok},
-        {Service, question, "y\n", line, no}, {Service, note, "", line, ok},
-    };
+        {Service, question, "y\n", line, no}, {Service, note, "", line, ok}};
     for (auto const & row : rows) {
         std::string const outcome = OutcomeOf(row.place, row.style, row.typed);
         for (auto const & part : {std::string("caption"), std::string("text"), row.asked})

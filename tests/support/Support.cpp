@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <locale>
 #include <stdlib.h>
 
 void PrintTo(LCString const & text, std::ostream * out) { *out << testing::PrintToString(text.str()); }
@@ -32,4 +33,12 @@ std::string TemporaryFolder::Read(std::string const & name) const
 {
     std::ifstream in(Path(name).str(), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+// Stored texts are the same in every locale: QRTCL_TEST_LOCALE names one to run the tests in.
+int main(int argc, char ** argv)
+{
+    if (char const * const name = std::getenv("QRTCL_TEST_LOCALE")) std::locale::global(std::locale(name));
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
 }
