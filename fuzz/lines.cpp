@@ -60,6 +60,10 @@ void Fuzz(Input input)
     LCString::LCCompareCI const less;
     vector.SortCI();
     RequireEqual("sorted vector", std::is_sorted(vector.begin(), vector.end(), less), true);
+    Lines elements = Split(text, sep1, sep1, true);
+    std::sort(elements.begin(), elements.end());
+    std::sort(vector.begin(), vector.end());
+    RequireLines("elements of the sorted vector", vector, elements);
     LCIntVector numbers;
     numbers.DivideText(LCString(text), sep1, keepEmpty);
 }
