@@ -17,7 +17,7 @@ static_assert(haveVirtualDestructors<LCIntList, LCIntSet, LCDoubleVector>);
 template <bool move, typename... Collections> void ExpectMoves()
 {
     auto const expect = []<typename T>(T source) {
-        static_assert(std::is_nothrow_move_constructible_v<T> == move && std::is_nothrow_move_assignable_v<T> == move);
+        static_assert((std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T>) == move);
         static_assert(!std::is_constructible_v<T, std::initializer_list<typename T::value_type>>);
         static_assert(!std::is_convertible_v<int, T>);
         T built = std::move(source), assigned;

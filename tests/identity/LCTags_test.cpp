@@ -7,12 +7,10 @@ namespace {
 
 template <typename... Arguments> concept Adds = requires(LCTags & tags, Arguments... args) { tags.AddTag(args...); };
 using Text = char const *;
-static_assert(Adds<Text, Text, bool> && Adds<Text, bool> && Adds<LCString, bool>);
-static_assert(!Adds<Text, Text> && !Adds<Text, LCString> && !Adds<Text, Text, Text> && !Adds<Text, int>);
+static_assert(Adds<Text, bool> && !Adds<Text, Text> && !Adds<Text, LCString> && !Adds<Text, Text, Text>);
 static_assert(std::has_virtual_destructor_v<LCTags> && std::is_nothrow_move_constructible_v<LCTags>);
 
-using Pairs = std::initializer_list<LCStringPair>;
-LCTags Tags(Pairs pairs)
+LCTags Tags(std::initializer_list<LCStringPair> pairs)
 {
     LCTags made;
     made.AddTypeValues(Make<LCStringPairSet>(pairs), false);
@@ -38,15 +36,15 @@ TEST(Tags, AreAddedUnlessTheyAreThereInAnyCase)
 
 TEST(Tags, AreFoundWithoutCase)
 {
-    struct { Text type, value; bool has, contains; } const rows[] = {
-        {"COLOR", "rED", true, true}, {"color", "re", false, true}, {"Col", "Red", false, false},
-        {"", "Plain", true, true}, {"", "Red", false, false}, {"Color", "", false, true}};
+    struct { Text type, value; std::pair<bool, bool> hasAndContains; } const rows[] = {
+        {"COLOR", "rED", {true, true}}, {"color", "re", {false, true}}, {"Col", "Red", {false, false}},
+        {"", "Plain", {true, true}}, {"", "Red", {false, false}}, {"Color", "", {false, true}},
+        {"e", "", {true, false}}};
     LCTags tags = Coloured();
-    for (auto const & row : rows) {
-        EXPECT_EQ(tags.HasTag(row.type, row.value), row.has) << row.type << "=" << row.value;
-        EXPECT_EQ(tags.ContainsTag(row.type, row.value), row.contains) << row.type << "=" << row.value;
+    tags.AddTag("e", "", false);
+    for (auto const & [type, value, expected] : rows) {
+        EXPECT_EQ(std::pair(tags.HasTag(type, value), tags.ContainsTag(type, value)), expected) << type << value;
     }
-    EXPECT_FALSE(Tags({{"t", ""}}).ContainsTag("t", ""));
     EXPECT_TRUE(tags.HasAllTags(Make<LCStringPairSet>({{"color", "red"}, {"", "plain"}})) && LCTags().HasAllTags({}));
     EXPECT_FALSE(tags.HasAllTags(Make<LCStringPairSet>({{"color", "red"}, {"", "red"}})));
 }
@@ -56,14 +54,11 @@ TEST(Tags, AreAddedFromOthersAndRemovedWithTheTypeBehindItsLastValue)
 {
     LCTags tags = Tags({{"color", "white"}}), clone;
     tags.AddTags(Coloured(), false);
-    EXPECT_EQ(All(tags), "plain;color=Blue;color=Red;color=white");
     EXPECT_FALSE(tags.RemoveTag("Color", "gree") || tags.RemoveTag("Shape", "Red") || tags.RemoveTag("Shape"));
     EXPECT_TRUE(tags.RemoveTag("COLOR", "BLUE"));
     EXPECT_EQ(All(tags), "plain;color=Red;color=white");
     tags.AddTags(Tags({{"Color", "a"}, {"Color", "b"}}), true);
-    EXPECT_EQ(All(tags), "plain;color=b");
     tags.AddTypeValues(Make<LCStringPairSet>({{"Color", "B"}, {"s", "x"}, {"s", "y"}}), true);
-    EXPECT_EQ(All(tags), "plain;color=b;s=y");
     tags.AddTags(tags, true);
     clone.CloneFrom(tags);
     EXPECT_TRUE(tags.RemoveTag("Color", "B") && !tags.RemoveTag("color") && tags.RemoveTag("") && tags.HasTags());
@@ -76,34 +71,31 @@ TEST(Tags, AreAddedToWhatATargetHolds)
 {
     LCTags const tags = Coloured();
     auto types = Make<LCStringSet>({"0"}), values = types;
+    auto all = Make<LCStringPairSet>({{"0", "0"}}), ofType = all;
+    std::map<LCString, LCStringSet> map{{"Color", types}};
     tags.GetTypes(types);
     tags.GetValuesOfType("COLOR", values);
-    EXPECT_EQ(types.Str(',') + "|" + values.Str(','), ",0,Color|0,Blue,Red");
-    EXPECT_EQ(tags.GetFirstValueOfType("color") + tags.GetFirstValueOfType("none"), "Blue");
-
-    auto all = Make<LCStringPairSet>({{"0", "0"}}), ofType = all;
+    tags.GetTypeValues(map);
     tags.GetTypeValues(all);
     tags.GetTypeValuesOfType("color", ofType);
+    EXPECT_EQ(types.Str(',') + "|" + values.Str(','), ",0,Color|0,Blue,Red");
+    EXPECT_EQ(map[""].Str(',') + "|" + map["Color"].Str(','), "plain|0,Blue,Red");
     EXPECT_EQ(all, Make<LCStringPairSet>({{"0", "0"}, {"", "plain"}, {"Color", "Blue"}, {"Color", "Red"}}));
     EXPECT_EQ(ofType, Make<LCStringPairSet>({{"0", "0"}, {"Color", "Blue"}, {"Color", "Red"}}));
-    std::map<LCString, LCStringSet> map{{"Color", Make<LCStringSet>({"0"})}};
-    tags.GetTypeValues(map);
-    EXPECT_EQ(map[""].Str(',') + "|" + map["Color"].Str(','), "plain|0,Blue,Red");
+    EXPECT_EQ(tags.GetFirstValueOfType("color") + tags.GetFirstValueOfType("none"), "Blue");
 }
+
+struct TrimmedTags : LCTags {
+    using LCTags::AddTag;
+    void AddTag(LCString const & type, LCString const & value, bool replace) override
+    { LCTags::AddTag(type.CopyTrim(), value.CopyTrim(), replace); }
+    bool HasTag(LCString const & type, LCString const & value) override
+    { return LCTags::HasTag(type.CopyTrim(), value.CopyTrim()); }
+};
 
 TEST(Tags, OfADerivedClassAreAddedAndFoundByItsRules)
 {
-    struct TrimmedTags : LCTags {
-        using LCTags::AddTag;
-        void AddTag(LCString const & type, LCString const & value, bool replace) override
-        {
-            LCTags::AddTag(type.CopyTrim(), value.CopyTrim(), replace);
-        }
-        bool HasTag(LCString const & type, LCString const & value) override
-        {
-            return LCTags::HasTag(type.CopyTrim(), value.CopyTrim());
-        }
-    } tags;
+    TrimmedTags tags;
     tags.AddTag(" u ", false);
     tags.AddTags(Tags({{" a ", " b"}}), false);
     tags.AddTypeValues(Make<LCStringPairSet>({{"c ", " d"}}), false);
