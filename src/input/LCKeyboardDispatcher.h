@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <list>
+#include <type_traits>
 
 #include "concurrency/LCEvent.h"
 #include "foundation/Export.h"
@@ -63,7 +65,10 @@ public:
     // A setting takes effect at the next character, also during a code.
 
     void SetHasPrefix(bool hasPrefix) { mbvHasPrefix = hasPrefix; }
-    template <typename T> void SetHasPrefix(T *) = delete;
+    /// The prefix itself goes to `SetPrefix`.
+    template <typename T>
+    requires std::is_pointer_v<T> || std::same_as<T, char>
+    void SetHasPrefix(T) = delete;
     bool GetHasPrefix() const { return mbvHasPrefix; }
     void SetPrefix(char prefix) { mcvPrefix = prefix; }
     char GetPrefix() const { return mcvPrefix; }

@@ -188,6 +188,6 @@ TEST_F(Keyboard, ACopyHasTheSettingsTheReceiversAndTheOpenCode)
 }
 
 template <typename T> concept SaysIfThereIsAPrefix = requires(LCKeyboardDispatcher & d, T t) { d.SetHasPrefix(t); };
-static_assert(SaysIfThereIsAPrefix<bool> && !SaysIfThereIsAPrefix<char const *>);
+static_assert(SaysIfThereIsAPrefix<bool> && !SaysIfThereIsAPrefix<char const *> && !SaysIfThereIsAPrefix<char>);
 
 }  // namespace
