@@ -60,9 +60,9 @@ public:
     /// Midnight; the date and the bias stay.
     void ClearTime() noexcept;
 
-    // Adding a span adds its whole milliseconds. A day behind the end of its month is carried into the next
-    // one, by an empty span too; of an hour, minute, second or millisecond out of range only one turn is
-    // carried.
+    // Adding a span adds its whole milliseconds, and at most 2147483647 seconds, about 68 years. A day behind
+    // the end of its month is carried into the next one, by an empty span too; of an hour, minute, second or
+    // millisecond out of range only one turn is carried.
 
     LCDateTime & operator+=(LCTimeSpan const & span) noexcept;
     LCDateTime & operator-=(LCTimeSpan const & span) noexcept;
