@@ -53,7 +53,8 @@ public:
     static double GetScaleFactorTime(int from, int to);
     static double GetScaleFactorWeight(int from, int to);
 
-    // The number of decimals that a number is shown with.
+    // The number of decimals that a number is shown with. `Rounded` is for numbers that are shown more
+    // coarsely than they convert.
 
     static int GetUnitDecAngle(int unit);
     static int GetUnitDecAngleRounded(int unit);
