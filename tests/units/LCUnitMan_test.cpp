@@ -1,25 +1,23 @@
 #include "units/LCUnitMan.h"
 
-#include <cmath>
-
-#include "foundation/LCMath.h"
+#include "support/Support.h"
 
 namespace {
+
+using U = LCUnitMan;
 
 // Figures that an operator knows from the machine's display.
 TEST(UnitMan, ConvertsToTheDecimalsOfTheTargetUnit)
 {
     struct { double (*convert)(double, int, int); double value; int from, to; double expected; } const rows[] = {
-        {LCUnitMan::ConvertDistance, 1.0, 1, 0, 25.4}, {LCUnitMan::ConvertDistance, 100.0, 0, 1, 3.937},
-        {LCUnitMan::ConvertDistance, 2.5555, 0, 0, 2.56}, {LCUnitMan::ConvertDistance, 1.0, 1, 2, 1.0},
-        {LCUnitMan::ConvertForce, 100.0, 0, 1, 11.0}, {LCUnitMan::ConvertForce, 100.0, 0, 2, 10.0},
-        {LCUnitMan::ConvertForceLength, 1000.0, 2, 0, 32703.0}, {LCUnitMan::ConvertTime, 90.0, 0, 1, 2.0},
-        {LCUnitMan::ConvertTime, 2.0, 2, 1, 48.0}, {LCUnitMan::ConvertAngle, 180.0, 0, 1, 3.1416},
-        {LCUnitMan::ConvertAngle, 1.0, 1, 0, 57.3}, {LCUnitMan::ConvertWeight, 1.0, 0, 1, 2.2046},
-        {LCUnitMan::ConvertWeight, 2.2046, 1, 0, 1.0}, {LCUnitMan::ConvertSpeed, 10.0, 0, 2, 23.622},
-        {LCUnitMan::ConvertStrength, 400.0, 0, 1, 58.0}, {LCUnitMan::ConvertDensity, 7.85, 0, 1, 0.2836},
-        {LCUnitMan::ConvertCrownCoeff, 1.0, 0, 1, 0.3587},
-    };
+        {U::ConvertDistance, 1.0, 1, 0, 25.4}, {U::ConvertDistance, 100.0, 0, 1, 3.937},
+        {U::ConvertDistance, 2.5555, 0, 0, 2.56}, {U::ConvertDistance, 1.0, 1, 2, 1.0},
+        {U::ConvertForce, 100.0, 0, 1, 11.0}, {U::ConvertForce, 100.0, 0, 2, 10.0},
+        {U::ConvertForceLength, 1000.0, 2, 0, 32703.0}, {U::ConvertAngle, 180.0, 0, 1, 3.1416},
+        {U::ConvertAngle, 1.0, 1, 0, 57.3}, {U::ConvertTime, 90.0, 0, 1, 2.0}, {U::ConvertTime, 2.0, 2, 1, 48.0},
+        {U::ConvertWeight, 1.0, 0, 1, 2.2046}, {U::ConvertWeight, 2.2046, 1, 0, 1.0},
+        {U::ConvertSpeed, 10.0, 0, 2, 23.622}, {U::ConvertStrength, 400.0, 0, 1, 58.0},
+        {U::ConvertDensity, 7.85, 0, 1, 0.2836}, {U::ConvertCrownCoeff, 1.0, 0, 1, 0.3587}};
     for (auto const & row : rows)
         EXPECT_EQ(row.convert(row.value, row.from, row.to), row.expected) << row.value << " from " << row.from;
 }
@@ -28,7 +26,6 @@ TEST(UnitMan, ConvertsToTheDecimalsOfTheTargetUnit)
 // reciprocal.
 TEST(UnitMan, EachFactorIsNearlyTheReciprocalOfItsInverse)
 {
-    using U = LCUnitMan;
     for (auto const factor :
          {U::GetScaleFactorAngle, U::GetScaleFactorCrownCoeff, U::GetScaleFactorDensity, U::GetScaleFactorDistance,
           U::GetScaleFactorForce, U::GetScaleFactorForceLength, U::GetScaleFactorSpeed, U::GetScaleFactorStrength,
@@ -46,9 +43,8 @@ TEST(UnitMan, EachFactorIsNearlyTheReciprocalOfItsInverse)
 
 TEST(UnitMan, DecimalsAndPrecisionBesideTheCommonRow)
 {
-    using U = LCUnitMan;
-    EXPECT_EQ((std::vector{U::GetUnitDecDistance(-1), U::GetUnitDecAngle(1), U::GetUnitDecCrownCoeff(0),
-                           U::GetUnitDecCrownCoeff(2)}), (std::vector{2, 4, 6, 7}));
+    EXPECT_EQ((std::vector{U::GetUnitDecDistance(-1), U::GetUnitDecAngle(1), U::GetUnitDecCrownCoeff(2)}),
+              (std::vector{2, 4, 7}));
     EXPECT_EQ((std::vector{U::GetScaleFactorAngle(0, 2), U::GetUnitPrecisionDistanceRounded(2),
                            U::GetUnitPrecisionAngleRounded(2), U::GetUnitPrecisionTime(7),
                            U::GetUnitPrecisionForce(1)}),
@@ -59,26 +55,18 @@ TEST(UnitMan, TheCaseNumbersNameTheQuantities)
 {
     // Factor from 0 to 1, decimals in units 0 and 1, precision in units 0 and 1.
     std::tuple<double, int, int, double, double> const rows[] = {
-        {1.0, 6, 6, 1e-06, 1e-06},                  // none
-        {0.03937007874015748, 2, 3, 1e-06, 1e-06},  // distance
-        {0.112334353, 0, 0, 1e-06, 1e-06},          // force
-        {0.03423784, 0, 0, 1e-06, 1e-06},           // force per length
-        {0.1449881995, 0, 0, 1e-06, 1e-06},         // strength
-        {0.03612729, 2, 4, 1e-06, 1e-06},           // density
-        {2.362204724409449, 2, 4, 1e-06, 1e-06},    // speed
-        {0.03937007874015748, 0, 2, 0.01, 0.0001},  // rounded distance
-        {1.0, 2, 2, 1e-06, 1e-06},                  // angle
-        {1.0, 6, 6, 0.01, 0.0001},                  // rounded angle
-        {1.0, 0, 0, 1.0, 1.0},                      // time
-        {0.3587, 6, 7, 1e-06, 1e-06},               // crown coefficient
-        {2.2046, 3, 4, 1e-06, 1e-06},               // weight
-        {1.0, 6, 6, 1e-06, 1e-06},                  // none
-    };
+        // None, distance, force, force per length, strength, density and speed,
+        {1.0, 6, 6, 1e-06, 1e-06}, {0.03937007874015748, 2, 3, 1e-06, 1e-06}, {0.112334353, 0, 0, 1e-06, 1e-06},
+        {0.03423784, 0, 0, 1e-06, 1e-06}, {0.1449881995, 0, 0, 1e-06, 1e-06}, {0.03612729, 2, 4, 1e-06, 1e-06},
+        {2.362204724409449, 2, 4, 1e-06, 1e-06},
+        // rounded distance, angle, rounded angle, time, crown coefficient, weight and none.
+        {0.03937007874015748, 0, 2, 0.01, 0.0001}, {1.0, 2, 2, 1e-06, 1e-06}, {1.0, 6, 6, 0.01, 0.0001},
+        {1.0, 0, 0, 1.0, 1.0}, {0.3587, 6, 7, 1e-06, 1e-06}, {2.2046, 3, 4, 1e-06, 1e-06}, {1.0, 6, 6, 1e-06, 1e-06}};
     int number = 0;
     for (auto const & row : rows) {
-        EXPECT_EQ(std::tuple(LCUnitMan::GetCaseScaleFactor(number, 0, 1), LCUnitMan::GetCaseUnitDec(number, 0),
-                             LCUnitMan::GetCaseUnitDec(number, 1), LCUnitMan::GetCaseUnitPrecision(number, 0),
-                             LCUnitMan::GetCaseUnitPrecision(number, 1)), row) << number;
+        EXPECT_EQ(std::tuple(U::GetCaseScaleFactor(number, 0, 1), U::GetCaseUnitDec(number, 0),
+                             U::GetCaseUnitDec(number, 1), U::GetCaseUnitPrecision(number, 0),
+                             U::GetCaseUnitPrecision(number, 1)), row) << number;
         ++number;
     }
 }
