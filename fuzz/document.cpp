@@ -24,7 +24,7 @@ std::string Dump(LCParagraph & paragraph)
 void Build(LCParagraph & root, Input orders)
 {
     LCParagraph * at = &root;
-    int level = 0;
+    int level = 0, copies = 0;
     for (std::string line; !(line = orders.TakeLine()).empty();) {
         LCString const text(line.substr(1));
         switch (line[0]) {
@@ -36,7 +36,7 @@ void Build(LCParagraph & root, Input orders)
         case '@': at->SetAttributeAsString(text, LCString(orders.TakeLine())); break;
         case '!': at->RemoveAttribute(text); break;
         case '#': at->SetName(text); break;
-        case '&': at->CopyToParagraph(root); break;
+        case '&': ++copies < 8 ? at->CopyToParagraph(root) : void(); break;  // each may double the tree
         default: at->SetValueAsString(text, true);
         }
     }
