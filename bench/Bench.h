@@ -1,14 +1,18 @@
 #pragma once
 
-// What every family of workloads uses: registration by name, time per item, and the check that all give the
-// same.
+// What every family of workloads uses: registration by name, time per item, the check that all give the same,
+// and seeded input.
 
+#include <concepts>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <stdlib.h>
+#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
@@ -17,22 +21,66 @@ namespace bench {
 /// Seeded alike in every run.
 inline std::mt19937_64 Random() { return std::mt19937_64(20260101); }
 
-/// Registers "workload/implementation": `pass` goes once over the whole input of `items` items. Reports the
-/// counter "ns", nanoseconds per item.
-template <typename Pass>
-benchmark::internal::Benchmark * Register(std::string const & workload, std::string const & implementation,
-                                          std::size_t items, Pass pass)
+/// A text of letters in both cases, digits, blanks and minus signs.
+inline std::string Word(std::mt19937_64 & random, std::size_t size)
+{
+    static constexpr char letters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 -";
+    std::string word(size, ' ');
+    for (char & c : word) c = letters[random() % 64];
+    return word;
+}
+
+/// Names of 5 to 44 bytes.
+inline std::vector<std::string> Names(std::size_t count)
+{
+    std::mt19937_64 random = Random();
+    std::vector<std::string> names(count);
+    for (std::string & name : names) name = Word(random, 5 + random() % 40);
+    return names;
+}
+
+/// Lines of 5 to 44 bytes.
+inline std::string Lines(std::size_t size)
+{
+    std::mt19937_64 random = Random();
+    std::string text;
+    while (text.size() < size) text += Word(random, 5 + random() % 40) + '\n';
+    return text;
+}
+
+/// Registers "workload/implementation": what `prepare` gives goes once over the whole input of `items` items.
+/// Reports the counter "ns", nanoseconds per item. What is prepared lives no longer than its row is measured. A
+/// pass that takes the state may pause the time.
+///
+/// The workloads "growth." are compared with themselves: the implementation is the size of the input.
+template <typename Prepare>
+benchmark::internal::Benchmark * RegisterPrepared(std::string const & workload,
+                                                  std::string const & implementation, std::size_t items,
+                                                  Prepare prepare)
 {
     return benchmark::RegisterBenchmark(
-        (workload + "/" + implementation).c_str(), [items, pass](benchmark::State & state) {
+        (workload + "/" + implementation).c_str(), [items, prepare](benchmark::State & state) {
+            auto pass = prepare();
             for (auto _ : state) {
-                pass();
+                if constexpr (std::invocable<decltype(pass), benchmark::State &>) {
+                    pass(state);
+                } else {
+                    pass();
+                }
                 benchmark::ClobberMemory();
             }
             state.counters["ns"] = benchmark::Counter(static_cast<double>(items) * 1e-9,
                                                       benchmark::Counter::kIsIterationInvariantRate |
                                                           benchmark::Counter::kInvert);
         });
+}
+
+/// The same with nothing to prepare.
+template <typename Pass>
+benchmark::internal::Benchmark * Register(std::string const & workload, std::string const & implementation,
+                                          std::size_t items, Pass pass)
+{
+    return RegisterPrepared(workload, implementation, items, [pass] { return pass; });
 }
 
 /// Ends the program if an implementation does not give what the others give.
@@ -42,5 +90,24 @@ inline void Require(bool same, char const * what)
     std::fprintf(stderr, "bench: results differ: %s\n", what);
     std::exit(1);
 }
+
+/// The name of a file that goes with the object.
+class TemporaryFile {
+public:
+    TemporaryFile()
+    {
+        int const file = ::mkstemp(name_);
+        Require(file >= 0, "a temporary file");
+        ::close(file);
+    }
+    TemporaryFile(TemporaryFile const &) = delete;
+    TemporaryFile & operator=(TemporaryFile const &) = delete;
+    ~TemporaryFile() { ::unlink(name_); }
+
+    char const * Name() const { return name_; }
+
+private:
+    char name_[32] = "/tmp/qrtcl-bench-XXXXXX";
+};
 
 }  // namespace bench
