@@ -91,23 +91,24 @@ inline void Require(bool same, char const * what)
     std::exit(1);
 }
 
-/// The name of a file that goes with the object.
+/// The name of a file that goes with the object. Where the system has such a folder it lies in memory, so that no
+/// disk plays a part.
 class TemporaryFile {
 public:
-    TemporaryFile()
+    TemporaryFile() : name_((::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + std::string("/bench-XXXXXX"))
     {
-        int const file = ::mkstemp(name_);
+        int const file = ::mkstemp(name_.data());
         Require(file >= 0, "a temporary file");
         ::close(file);
     }
     TemporaryFile(TemporaryFile const &) = delete;
     TemporaryFile & operator=(TemporaryFile const &) = delete;
-    ~TemporaryFile() { ::unlink(name_); }
+    ~TemporaryFile() { ::unlink(name_.c_str()); }
 
-    char const * Name() const { return name_; }
+    char const * Name() const { return name_.c_str(); }
 
 private:
-    char name_[32] = "/tmp/qrtcl-bench-XXXXXX";
+    std::string name_;
 };
 
 }  // namespace bench
