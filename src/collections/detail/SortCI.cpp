@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "foundation/detail/Text.h"
 
@@ -51,19 +52,12 @@ void SortCI(std::list<LCString> & elements)
 
 void SortCI(std::vector<LCString> & elements)
 {
-    auto keys = SortedKeys(elements);
-    // Each cycle of the permutation is gone through once: what belongs into the hole comes from `place`.
-    for (std::size_t start = 0; start < keys.size(); ++start) {
-        if (keys[start].place == start) continue;
-        LCString held = std::move(elements[start]);
-        std::size_t hole = start;
-        for (std::size_t from; (from = keys[hole].place) != start; hole = from) {
-            elements[hole] = std::move(elements[from]);
-            keys[hole].place = hole;
-        }
-        elements[hole] = std::move(held);
-        keys[hole].place = hole;
-    }
+    // Through a second vector and back, so that positions stay. Moving along the cycles of the permutation
+    // would take no memory but wait for each element.
+    std::vector<LCString> sorted;
+    sorted.reserve(elements.size());
+    for (auto const & key : SortedKeys(elements)) sorted.push_back(std::move(*key.at));
+    std::move(sorted.begin(), sorted.end(), elements.begin());
 }
 
 }  // namespace qrtcl::lines

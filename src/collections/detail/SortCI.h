@@ -6,7 +6,7 @@
 #include "foundation/LCString.h"
 
 // Sorting by the upper-case forms as bytes. Allocates one block of 32 bytes an element, whatever the texts
-// are.
+// are, and for a vector as much as its elements take.
 namespace qrtcl::lines {
 
 /// Stable.
