@@ -3,25 +3,26 @@
 // What the tests of threads, locks and timers share.
 
 #include <atomic>
-#include <cstdlib>
+#include <chrono>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <memory>
+#include <random>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
+#include "concurrency/LCTimer.h"
+#include "concurrency/LHCMessageLoop.h"
 #include "concurrency/LHCThread.h"
+#include "platform/Ticking.h"
+#include "support/Support.h"
 
 constexpr LCULong forever = 0xFFFFFFFF;
 
 /// Sanitizers keep locks of their own, inside the heap and elsewhere: a thread that is always there can't be ended.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool sanitized = true;
-#elif defined(__has_feature)
-constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool sanitized = false;
-#endif
+constexpr bool sanitized = QRTCL_TEST_SANITIZED;
 
 /// The number of repetitions of a stress: QRTCL_TEST_STRESS multiplies it.
 inline int Rounds(int usual)
@@ -43,26 +44,51 @@ template <typename Condition> void Await(Condition condition)
     while (!condition()) std::this_thread::yield();
 }
 
-/// Waits until the thread of this number sleeps in the system.
-inline void AwaitAsleep(int thread)
-{
-    Await([&] {
-        std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
-        std::string const status(std::istreambuf_iterator<char>(file), {});
-        return status.substr(status.find(')') + 1, 2) == " S";
-    });
-}
-
 /// A thread that runs a function. Destroyed while it runs, it ends by force, with the function still there.
-struct Runner {
-    explicit Runner(std::function<void(LCThread &)> work) : function(std::move(work))
-    {
-        thread->OnExecute << handler;
-    }
-    LHCThread * operator->() { return thread.get(); }
+struct Work {
     void Run(LCThread & self) { function(self); }
-
     std::function<void(LCThread &)> function;
-    LCEvent1Param<LCThread &>::LCHandler handler{*this, &Runner::Run};
-    std::unique_ptr<LHCThread> thread = std::make_unique<LHCThread>(true);
+    LCEvent1Param<LCThread &>::LCHandler handler{*this, &Work::Run};
+};
+struct Runner : Work, LHCThread {
+    explicit Runner(std::function<void(LCThread &)> work) : Work{std::move(work)}, LHCThread(true) { OnExecute << handler; }
+};
+
+/// A timer with a receiver that runs a function.
+struct Ticker {
+    explicit Ticker(std::function<void()> onTick, int interval = 10) : function(std::move(onTick)) { Renew(interval); }
+    LCTimer * operator->() { return timer.get(); }
+    void Renew(int interval)
+    {
+        timer = std::make_unique<LCTimer>();
+        timer->OnTick << handler;
+        timer->SetInterval(interval);
+    }
+    void OnTick(LCTimer &) { function(); }
+
+    std::function<void()> function;
+    LCEvent1Param<LCTimer &>::LCHandler handler{*this, &Ticker::OnTick};
+    std::unique_ptr<LCTimer> timer;
+};
+
+/// While one lives, time stands still, and moves by waiting and by `Advance` only. In milliseconds from 0.
+struct TestClock {
+    TestClock()
+    {
+        now = 0;
+        qrtcl::platform::ReplaceTickClock({[]() noexcept { return now; },
+                                           [](qrtcl::platform::Moment until) noexcept { now = std::max(now, until); }});
+    }
+    ~TestClock() { qrtcl::platform::ReplaceTickClock({}); }
+
+    static int Now() { return static_cast<int>(now / 1'000'000); }
+    static void Advance(int milliseconds) { now += qrtcl::platform::Moment{milliseconds} * 1'000'000; }
+    /// Runs what comes within so many milliseconds.
+    static void Pass(int milliseconds)
+    {
+        int const end = Now() + milliseconds;
+        while (Now() < end) LHCMessageLoop::ProcessMessages(static_cast<unsigned int>(end - Now()));
+    }
+
+    static inline qrtcl::platform::Moment now = 0;
 };

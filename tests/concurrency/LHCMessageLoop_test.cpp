@@ -4,9 +4,6 @@
 #include <stdexcept>
 
 #include "concurrency/Concurrent.h"
-#include "concurrency/LCTimer.h"
-#include "concurrency/TestClock.h"
-#include "support/Support.h"
 
 namespace {
 
@@ -16,30 +13,23 @@ TEST(MessageLoop, CallsRunOnceInTheirOrderAndQuitLeavesTheRestDue)
 {
     TestClock const clock;
     std::string order;
-    struct Receiver {
-        void OnTick(LCTimer &) { order += 't'; }
-        std::string & order;
-    } receiver{order};
-    LCTimer timer;
-    LCEvent1Param<LCTimer &>::LCHook const hook(timer.OnTick, receiver, &Receiver::OnTick);
-
+    auto const handled = [&](unsigned int timeout) {
+        order.clear();
+        return LHCMessageLoop::ProcessMessages(timeout) ? order : "nothing";
+    };
     LHCMessageLoop::Quit();  // ends the next Run at once, and keeps nothing from being handled
     for (char const c : {'a', 'b', 'c'}) PostHere([&, c] { order += c; });
     PostHere([&] { PostHere([&] { order += 'e'; }), order += 'd'; });
-    EXPECT_TRUE(LHCMessageLoop::ProcessMessages(0));
-    EXPECT_EQ(order, "abcd");
-    EXPECT_TRUE(LHCMessageLoop::ProcessMessages(forever));
-    EXPECT_EQ(order, "abcde");
-    EXPECT_FALSE(LHCMessageLoop::ProcessMessages(0));
-    EXPECT_FALSE(LHCMessageLoop::ProcessMessages(1));
+    EXPECT_EQ(handled(0), "abcd");
+    EXPECT_EQ(handled(forever), "e");
+    EXPECT_EQ(handled(0) + handled(1), "nothingnothing");
     LHCMessageLoop::Run();
 
-    order.clear();
-    timer.SetInterval(1);
-    timer.Start();
+    Ticker ticker([&] { order += 't'; }, 1);
+    ticker->Start();
     TestClock::Advance(1);
     PostHere([&] {
-        order += '(';
+        order = '(';
         PostHere([&] { order += 'i', LHCMessageLoop::Quit(); });
         PostHere([&] { order += 'r'; });
         LHCMessageLoop::Run();  // nested
@@ -48,29 +38,25 @@ TEST(MessageLoop, CallsRunOnceInTheirOrderAndQuitLeavesTheRestDue)
     });
     LHCMessageLoop::Run();
     EXPECT_EQ(order, "(i)tro");  // the tick in the outer loop's turn, once
-    timer.Stop();
+    ticker->Stop();
 
     PostHere([] { throw std::runtime_error("a receiver's own"); });
     PostHere([&] { order = "on"; });
-    EXPECT_THROW(LHCMessageLoop::ProcessMessages(0), std::runtime_error);
-    EXPECT_TRUE(LHCMessageLoop::ProcessMessages(0));
-    EXPECT_EQ(order, "on");
+    EXPECT_THROW(handled(0), std::runtime_error);
+    EXPECT_EQ(handled(0), "on");
 }
 
 TEST(MessageLoop, OtherThreadsWakeAndEndALoop)
 {
     constexpr int each = 1000;
     std::vector<int> calls[3];
-    std::atomic<std::thread::id> id{};
-    EXPECT_FALSE(LHCMessageLoop::Post(id, [] {}));
     auto const held = std::make_shared<int>();
     std::thread loop([&] {
-        LHCMessageLoop::GetDescriptor();
-        id = std::this_thread::get_id();
         LHCMessageLoop::Run();
         PostHere([held] { FAIL(); });  // never run, but given back
     });
-    Await([&] { return id.load() != std::thread::id(); });
+    auto const id = loop.get_id();
+    Await([&] { return LHCMessageLoop::Post(id, [] {}); });  // false until it has a loop
     std::vector<std::jthread> posters;
     for (auto & mine : calls) {
         posters.emplace_back([&] {
@@ -78,7 +64,7 @@ TEST(MessageLoop, OtherThreadsWakeAndEndALoop)
         });
     }
     posters.clear();
-    EXPECT_TRUE(LHCMessageLoop::Post(id, [] { LHCMessageLoop::Quit(); }));
+    EXPECT_TRUE(LHCMessageLoop::Post(id, LHCMessageLoop::Quit));
     loop.join();
     EXPECT_FALSE(LHCMessageLoop::Post(id, [] {}));
     EXPECT_EQ(held.use_count(), 1);
@@ -87,10 +73,8 @@ TEST(MessageLoop, OtherThreadsWakeAndEndALoop)
 
 TEST(MessageLoop, TheDescriptorIsReadableWhenSomethingIsDue)
 {
-    int const descriptor = LHCMessageLoop::GetDescriptor();
-    EXPECT_EQ(LHCMessageLoop::GetDescriptor(), descriptor);
     auto const isReadable = [&](int timeout) {
-        struct pollfd waiting {descriptor, POLLIN, 0};
+        struct pollfd waiting {LHCMessageLoop::GetDescriptor(), POLLIN, 0};
         return ::poll(&waiting, 1, timeout) == 1;
     };
     EXPECT_FALSE(isReadable(0));
@@ -102,8 +86,7 @@ TEST(MessageLoop, TheDescriptorIsReadableWhenSomethingIsDue)
     LCTimer fast, slow;
     fast.SetInterval(1);
     slow.SetInterval(3'600'000);
-    slow.Start();
-    fast.Start();
+    EXPECT_TRUE(slow.Start() && fast.Start());
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(isReadable(-1) && LHCMessageLoop::ProcessMessages(0));
     EXPECT_TRUE(isReadable(-1));
     fast.Stop();
