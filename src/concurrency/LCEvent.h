@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "foundation/Export.h"
+#include "foundation/FiringMark.h"
 
 // Multicast events. A receiver owns a handler that binds one of its member functions, and hooks it to an
 // event:
@@ -163,9 +164,8 @@ public:
         if (mopGone != nullptr) {
             CallAll(*mopGone, args...);
         } else {
-            bool gone = false;
-            Firing const firing(*this, gone);
-            CallAll(gone, args...);
+            Firing const firing(*this);
+            CallAll(firing.IsGone(), args...);
         }
     }
 
@@ -173,9 +173,10 @@ private:
     /// From the start of the outermost firing to its end, by return or by exception.
     class Firing {
     public:
-        Firing(Event & event, bool & gone) : movEvent(event), mbvGone(gone)
+        explicit Firing(Event & event) : movEvent(event), movMark{event.mbvFiring, event.mopGone, cotFirings}
         {
-            movEvent.mopGone = &gone;
+            cotFirings = &movMark;
+            movEvent.mopGone = &movMark.isGone;
             movEvent.mbvFiring = true;
             if (movEvent.HasPending()) [[unlikely]]
                 movEvent.DropPending();
@@ -184,16 +185,18 @@ private:
         Firing & operator=(Firing const &) = delete;
         ~Firing()
         {
-            if (mbvGone) return;
+            cotFirings = movMark.outer;
+            if (movMark.isGone) return;
             if (movEvent.HasPending()) [[unlikely]]
                 movEvent.ApplyPending();
             movEvent.mbvFiring = false;
             movEvent.mopGone = nullptr;
         }
+        bool const & IsGone() const { return movMark.isGone; }
 
     private:
         Event & movEvent;
-        bool const & mbvGone;
+        FiringMark movMark;
     };
 
     void CallAll(bool const & gone, std::remove_reference_t<Args> &... args)

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <poll.h>
 #include <set>
 #include <signal.h>
@@ -220,6 +221,23 @@ TEST(ForcedEnd, LeavesTheProcessHealthy)
     }
     heldMutex.unlock();
     for (int const end : emptyPipe) ::close(end);
+}
+
+TEST(ForcedEnd, LeavesAnEventThatWasFiringAtRest)
+{
+    struct Receiver {
+        void OnEvent() { ++calls == 1 ? CountForEver(ignored) : void(); }
+        std::atomic<int> calls{0};
+    } receiver;
+    LCEvent0Param event;
+    LCEvent0Param::LCHook const first(event, receiver, &Receiver::OnEvent);
+    std::optional<Runner> thread(std::in_place, [&](LCThread &) { event(); });
+    thread->Resume();
+    Await([&] { return receiver.calls == 1; });
+    thread.reset();
+    LCEvent0Param::LCHook const second(event, receiver, &Receiver::OnEvent);
+    event();
+    EXPECT_EQ(receiver.calls, 3);
 }
 
 /// Says when a thread has really gone: its own objects are destroyed also when it ends by force.

@@ -20,6 +20,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "foundation/FiringMark.h"
 #include "platform/Protection.h"
 #include "platform/Waiting.h"
 
@@ -209,6 +210,7 @@ QRTCL_IN_HANDLER void Serve(Thread & thread, ucontext_t const & context)
     if (!MayEnd(thread, context)) return Reply(thread, notNow);
     thread.mivRequest.store(goOn, std::memory_order_relaxed);
     for (Undo const * undo = cotProtection.undo; undo != nullptr; undo = undo->Outer()) (*undo)();
+    ForsakeFirings();
     ::siglongjmp(thread.moaLanding, 1);
 }
 
@@ -423,6 +425,7 @@ bool EndThread(Thread & thread)
 {
     if (&thread == copCurrent) {
         ::pthread_detach(::pthread_self());
+        ForsakeFirings();
         ::siglongjmp(thread.moaLanding, 1);
     }
     Uninterrupted const uninterrupted;
