@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <list>
 #include <memory>
 #include <type_traits>
@@ -114,20 +115,20 @@ public:
     /// The copy of an event that is firing holds itself for firing as well, until it has been fired: what is
     /// hooked to it before that is lost.
     Event(Event const & other)
-        : std::list<Base *>(other), mbvFiring(other.mbvFiring), movToAdd(other.movToAdd),
+        : std::list<Base *>(other), movFiring{other.movFiring.isFiring}, movToAdd(other.movToAdd),
           movToRemove(other.movToRemove)
     {}
     Event & operator=(Event const & other)
     {
         std::list<Base *>::operator=(other);
-        mbvFiring = other.mbvFiring;
+        movFiring.isFiring = other.movFiring.isFiring;
         movToAdd = other.movToAdd;
         movToRemove = other.movToRemove;
         return *this;
     }
     virtual ~Event()
     {
-        if (mopGone != nullptr) *mopGone = true;
+        if (movFiring.mark != nullptr) movFiring.mark->state = nullptr;
     }
 
     /// Hooks the handler behind those already there. At rest, one that is there stays as it is. While firing,
@@ -135,7 +136,7 @@ public:
     void operator<<(LCHandler & handler)
     {
         Base * const delegate = handler.mopDelegate.get();
-        if (mbvFiring) {
+        if (movFiring.isFiring) {
             movToAdd.push_back(delegate);
         } else if (std::find(this->begin(), this->end(), delegate) == this->end()) {
             this->push_back(delegate);
@@ -147,7 +148,7 @@ public:
     void operator>>(LCHandler & handler)
     {
         Base * const delegate = handler.mopDelegate.get();
-        if (mbvFiring) {
+        if (movFiring.isFiring) {
             movToRemove.push_back(delegate);
         } else {
             this->remove(delegate);
@@ -161,11 +162,11 @@ public:
     void operator()(Args... args)
     {
         if (this->empty()) return;
-        if (mopGone != nullptr) {
-            CallAll(*mopGone, args...);
+        if (movFiring.mark != nullptr) {
+            CallAll(*movFiring.mark, args...);
         } else {
             Firing const firing(*this);
-            CallAll(firing.IsGone(), args...);
+            CallAll(firing.Mark(), args...);
         }
     }
 
@@ -173,11 +174,11 @@ private:
     /// From the start of the outermost firing to its end, by return or by exception.
     class Firing {
     public:
-        explicit Firing(Event & event) : movEvent(event), movMark{event.mbvFiring, event.mopGone, cotFirings}
+        explicit Firing(Event & event) : movEvent(event), movMark{&event.movFiring, cotFirings}
         {
-            cotFirings = &movMark;
-            movEvent.mopGone = &movMark.isGone;
-            movEvent.mbvFiring = true;
+            SetInnermost(&movMark);
+            movEvent.movFiring.mark = &movMark;
+            movEvent.movFiring.isFiring = true;
             if (movEvent.HasPending()) [[unlikely]]
                 movEvent.DropPending();
         }
@@ -185,26 +186,35 @@ private:
         Firing & operator=(Firing const &) = delete;
         ~Firing()
         {
-            cotFirings = movMark.outer;
-            if (movMark.isGone) return;
-            if (movEvent.HasPending()) [[unlikely]]
-                movEvent.ApplyPending();
-            movEvent.mbvFiring = false;
-            movEvent.mopGone = nullptr;
+            if (movMark.state != nullptr) {
+                if (movEvent.HasPending()) [[unlikely]]
+                    movEvent.ApplyPending();
+                movEvent.movFiring.isFiring = false;
+                movEvent.movFiring.mark = nullptr;
+            }
+            SetInnermost(movMark.outer);
         }
-        bool const & IsGone() const { return movMark.isGone; }
+        FiringMark const & Mark() const { return movMark; }
 
     private:
+        /// As seen by what ends the thread here.
+        static void SetInnermost(FiringMark * mark)
+        {
+            std::atomic_signal_fence(std::memory_order_seq_cst);
+            cotFirings = mark;
+            std::atomic_signal_fence(std::memory_order_seq_cst);
+        }
+
         Event & movEvent;
         FiringMark movMark;
     };
 
-    void CallAll(bool const & gone, std::remove_reference_t<Args> &... args)
+    void CallAll(FiringMark const & mark, std::remove_reference_t<Args> &... args)
     {
         for (Base * const delegate : *this) {
             if (delegate == nullptr || (!movToRemove.empty() && IsToRemove(delegate))) continue;
             (*delegate)(args...);
-            if (gone) [[unlikely]]
+            if (mark.state == nullptr) [[unlikely]]
                 return;
         }
     }
@@ -218,14 +228,14 @@ private:
     {
         movToAdd.remove(delegate);
         movToRemove.remove(delegate);
-        if (mopGone == nullptr) {
+        if (movFiring.mark == nullptr) {
             this->remove(delegate);
         } else {
             std::replace(this->begin(), this->end(), delegate, static_cast<Base *>(nullptr));
-            mbvHasGaps = true;
+            movFiring.hasGaps = true;
         }
     }
-    bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty() || mbvHasGaps; }
+    bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty() || movFiring.hasGaps; }
     // Kept apart from the road of a plain firing.
     [[gnu::cold]] void DropPending()
     {
@@ -236,17 +246,12 @@ private:
     {
         this->splice(this->end(), movToAdd);
         for (Base * const delegate : movToRemove) this->remove(delegate);
-        if (std::exchange(mbvHasGaps, false)) this->remove(nullptr);
+        if (std::exchange(movFiring.hasGaps, false)) this->remove(nullptr);
     }
 
-    bool mbvFiring = false;
-    /// What died while it was hooked to this very object, which is firing, has left null pointers. Never
-    /// copied.
-    bool mbvHasGaps = false;
+    FiringState movFiring;
     std::list<Base *> movToAdd;
     std::list<Base *> movToRemove;
-    /// Where this very object, which is firing, tells that it is destroyed. Unlike the flag, never copied.
-    bool * mopGone = nullptr;
 };
 
 }  // namespace qrtcl

@@ -8,9 +8,10 @@ constinit thread_local FiringMark * cotFirings = nullptr;
 __attribute__((no_sanitize("thread"))) void ForsakeFirings() noexcept
 {
     for (; cotFirings != nullptr; cotFirings = cotFirings->outer) {
-        if (cotFirings->isGone) continue;
-        cotFirings->firing = false;
-        cotFirings->gone = nullptr;
+        FiringState * const state = cotFirings->state;
+        if (state == nullptr) continue;
+        state->isFiring = false;
+        state->mark = nullptr;
     }
 }
 

@@ -4,15 +4,24 @@
 
 namespace qrtcl {
 
+struct FiringMark;
+
+/// What an event knows of its own firing.
+struct FiringState {
+    bool isFiring = false;
+    /// What died while it was hooked has left null pointers in the list.
+    bool hasGaps = false;
+    /// Where the firing is under way; null in a copy.
+    FiringMark * mark = nullptr;
+};
+
 /// An event that the calling thread is firing, in the frame that fires it.
 ///
 /// A thread that is ended from outside leaves its frames without a destructor: the marks tell which events
 /// must not point into them any longer.
 struct FiringMark {
-    bool & firing;        // the event's
-    bool *& gone;         // where the event holds the address of `isGone`
+    FiringState * state;  // null once the event is destroyed
     FiringMark * outer;   // of another event
-    bool isGone = false;  // the event is destroyed
 };
 
 /// The innermost of the calling thread, or null.
