@@ -1,7 +1,6 @@
 #include "collections/LCStringList.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "collections/detail/Lines.h"
 #include "collections/detail/SortCI.h"
@@ -23,8 +22,9 @@ void LCStringList::AppendList(LCStringList const & other) { insert(end(), other.
 void LCStringList::AppendToList(LCStringList & dest) const { dest.insert(dest.end(), begin(), end()); }
 void LCStringList::AppendToList(std::list<std::string> & dest) const
 {
-    std::transform(begin(), end(), std::back_inserter(dest),
-                   [](LCString const & text) { return text.str(); });
+    std::list<std::string> copies;
+    for (LCString const & text : *this) copies.push_back(text.str());
+    dest.splice(dest.end(), copies);
 }
 
 bool LCStringList::Contains(LCString const & text) const { return std::find(begin(), end(), text) != end(); }

@@ -10,7 +10,9 @@
 /// the form name=value, reads and writes line files, and compares without regard to case.
 ///
 /// All of the standard list is part of it, and a position is its iterator. The list is copied, never moved:
-/// what is moved from keeps its elements. Arguments may be the list itself or one of its elements.
+/// what is moved from keeps its elements. Arguments may be the list itself or one of its elements. If
+/// the memory gives out in what is told here, the list and what it appends to are as they were; only a load
+/// may have read a part.
 class QRTCL_API LCStringList : public std::list<LCString> {
 public:
     using position = iterator;

@@ -1,6 +1,7 @@
 #include "collections/LCStringVector.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "collections/detail/Lines.h"
 #include "collections/detail/SortCI.h"
@@ -18,8 +19,8 @@ LCString LCStringVector::GetPrev(position & p) { return lines::GetPrev(*this, p)
 void LCStringVector::AppendList(LCStringVector const & other) { other.LCStringVector::AppendToList(*this); }
 void LCStringVector::AppendToList(LCStringVector & dest) const
 {
-    // By number, since both may be one vector; one by one, so that repeated appending stays linear.
-    for (std::size_t i = 0, count = size(); i < count; ++i) dest.push_back((*this)[i]);
+    std::vector<LCString> copies(*this);  // both may be one vector
+    dest.insert(dest.end(), std::move_iterator(copies.begin()), std::move_iterator(copies.end()));
 }
 void LCStringVector::Reverse() { std::reverse(begin(), end()); }
 
