@@ -4,6 +4,7 @@
 #include "collections/LCStringList.h"
 #include "collections/LCStringSet.h"
 #include "collections/LCStringVector.h"
+#include "support/Allocations.h"
 #include "support/Support.h"
 
 namespace {
@@ -59,6 +60,35 @@ TYPED_TEST(StringCollections, JoinAndSaveWhatTheyLoad)
         EXPECT_TRUE(loaded.empty());
     }
     EXPECT_FALSE(TypeParam().SaveToFile(folder.Path("no/such/folder")));
+    LCString const line(40, 'x');
+    ExpectAllOrNothing(Make<TypeParam>({folder.Write("in.txt", line.str() + "\n" + line.str())}), [&](auto & loaded) {
+        EXPECT_TRUE(loaded.LoadFromFile(*loaded.begin()) || loaded.empty() || *loaded.begin() == line);
+    });
+}
+
+TYPED_TEST(StringCollections, AllocateNothingToSearchAndOneBlockToSort)
+{
+    LCString const upper(40, 'A'), lower = upper.LowerCase();
+    TypeParam collection = Make<TypeParam>({upper + "x", upper, upper + "a"});
+    bool found = false;
+    auto const count = AllocationsOf([&] {
+        found = collection.FindCI(lower) != collection.end() && !collection.Contains(lower);
+        if constexpr (requires { collection.SortCI(); }) collection.SortCI();
+        collection.ToLowerCase();
+    });
+    EXPECT_EQ(std::pair(found, count), std::pair(true, std::same_as<TypeParam, LCStringSet> ? 0ul : 1ul));
+}
+
+TYPED_TEST(StringSequences, AreAsTheyWereWhenTheMemoryGivesOut)
+{
+    LCString const text(40, 'x');
+    auto const two = Make<TypeParam>({text + ";" + text, text});
+    ExpectAllOrNothing(two, [](auto & sequence) { sequence.AppendList(sequence); });
+    ExpectAllOrNothing(two, [](auto & sequence) { sequence.SortCI(); });
+    ExpectAllOrNothing(two, [](auto & sequence) {
+        if constexpr (requires { sequence.AddHead(""); }) sequence.DivideTextInLines(sequence.front(), ';', true);
+        else sequence.DivideTextInLines(sequence.front(), ';');
+    });
 }
 
 TYPED_TEST(StringSequences, WalkFromTheSecondElementAndAppendInOrder)

@@ -1,6 +1,7 @@
 #include "identity/LCTags.h"
 
 #include "collections/LCPairLists.h"
+#include "support/Allocations.h"
 #include "support/Support.h"
 
 namespace {
@@ -83,6 +84,20 @@ TEST(Tags, AreAddedToWhatATargetHolds)
     EXPECT_EQ(all, Make<LCStringPairSet>({{"0", "0"}, {"", "plain"}, {"Color", "Blue"}, {"Color", "Red"}}));
     EXPECT_EQ(ofType, Make<LCStringPairSet>({{"0", "0"}, {"Color", "Blue"}, {"Color", "Red"}}));
     EXPECT_EQ(tags.GetFirstValueOfType("color") + tags.GetFirstValueOfType("none"), "Blue");
+}
+
+struct ComparedTags : LCTags {
+    friend bool operator==(ComparedTags const & a, ComparedTags const & b) { return All(a) == All(b); }
+};
+
+TEST(Tags, AreFoundWithoutAllocationAndAddedWholeOrNotAtAll)
+{
+    LCString const text(20, 'a'), upper = text.UpperCase(), other(20, 'b');
+    ComparedTags tags;
+    tags.AddTag(text, text, false);
+    EXPECT_EQ(AllocationsOf([&] { tags.HasTag(upper, upper) && tags.ContainsTag(upper, upper); }), 0u);
+    ExpectAllOrNothing(tags, [&](LCTags & added) { added.AddTag(other, other, true); });
+    ExpectAllOrNothing(tags, [&](LCTags & added) { added.AddTag(upper, other, true); });
 }
 
 struct TrimmedTags : LCTags {
