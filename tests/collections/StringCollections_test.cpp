@@ -66,17 +66,18 @@ TYPED_TEST(StringCollections, JoinAndSaveWhatTheyLoad)
     });
 }
 
-TYPED_TEST(StringCollections, AllocateNothingToSearchAndOneBlockToSort)
+TYPED_TEST(StringCollections, AllocateNothingToSearchAndBlocksToSort)
 {
     LCString const upper(40, 'A'), lower = upper.LowerCase();
     TypeParam collection = Make<TypeParam>({upper + "x", upper, upper + "a"});
     bool found = false;
+    bool const isSet = std::same_as<TypeParam, LCStringSet>, isVector = std::same_as<TypeParam, LCStringVector>;
     auto const count = AllocationsOf([&] {
         found = collection.FindCI(lower) != collection.end() && !collection.Contains(lower);
         if constexpr (requires { collection.SortCI(); }) collection.SortCI();
         collection.ToLowerCase();
     });
-    EXPECT_EQ(std::pair(found, count), std::pair(true, std::same_as<TypeParam, LCStringSet> ? 0ul : 1ul));
+    EXPECT_TRUE(found && count == (isSet ? 0u : isVector ? 2u : 1u)) << count;
 }
 
 TYPED_TEST(StringSequences, AreAsTheyWereWhenTheMemoryGivesOut)
