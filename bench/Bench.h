@@ -8,11 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <string>
-#include <vector>
-
 #include <stdlib.h>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
@@ -49,8 +48,8 @@ inline std::string Lines(std::size_t size)
 }
 
 /// Registers "workload/implementation": what `prepare` gives goes once over the whole input of `items` items.
-/// Reports the counter "ns", nanoseconds per item. What is prepared lives no longer than its row is measured. A
-/// pass that takes the state may pause the time.
+/// Reports the counter "ns", nanoseconds per item. What is prepared lives no longer than its row is measured.
+/// A pass that takes the state may pause the time.
 ///
 /// The workloads "growth." are compared with themselves: the implementation is the size of the input.
 template <typename Prepare>
@@ -91,11 +90,12 @@ inline void Require(bool same, char const * what)
     std::exit(1);
 }
 
-/// The name of a file that goes with the object. Where the system has such a folder it lies in memory, so that no
-/// disk plays a part.
+/// The name of a file that goes with the object. Where the system has such a folder it lies in memory, so
+/// that no disk plays a part.
 class TemporaryFile {
 public:
-    TemporaryFile() : name_((::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + std::string("/bench-XXXXXX"))
+    TemporaryFile()
+        : name_((::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + std::string("/bench-XXXXXX"))
     {
         int const file = ::mkstemp(name_.data());
         Require(file >= 0, "a temporary file");

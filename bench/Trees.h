@@ -1,9 +1,10 @@
 #pragma once
 
-// The tree of named parameters in ours and in the peers: one document, built, read and written by the same steps.
+// The tree of named parameters in ours and in the peers: one document, built, read and written by the same
+// steps.
 //
-// A tree of a peer has `Node`, and `AddPart`, `Add`, `Find`, `Set`, `Text`, `ForEachPart`, `Save` and `Load`. Numbers
-// are formatted and read by the same code in all of them.
+// A tree of a peer has `Node`, and `AddPart`, `Add`, `Find`, `Set`, `Text`, `ForEachPart`, `Save` and `Load`.
+// Numbers are formatted and read by the same code in all of them.
 
 #include <memory>
 #include <string>
@@ -113,7 +114,8 @@ struct OurTree {
 
     void BuildChildren(std::vector<LCString> const & names)
     {
-        for (LCString const & child : names) document.GetRootParagraph().SetParameterAsString(child, "1", true);
+        for (LCString const & child : names)
+            document.GetRootParagraph().SetParameterAsString(child, "1", true);
         document.SetFindExisting(true);
     }
     void WriteChild(LCString const & child, LCString const & text)

@@ -271,9 +271,8 @@ void Growth()
             benchmark::DoNotOptimize(sorted.data());
         });
         LCString const sought = names.back().UpperCase();
-        bench::Register("growth.lookup-ci-scan", std::to_string(count), count, [names, sought]() mutable {
-            benchmark::DoNotOptimize(names.FindCI(sought));
-        });
+        bench::Register("growth.lookup-ci-scan", std::to_string(count), count,
+                        [names, sought]() mutable { benchmark::DoNotOptimize(names.FindCI(sought)); });
     }
 }
 

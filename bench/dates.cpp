@@ -73,8 +73,8 @@ struct Fields {
 LCDateTime Ours(Instant at, minutes bias)
 {
     Fields const f(at);
-    return {f.year, f.month, f.day, f.hour, f.minute, f.second, f.millisecond,
-            static_cast<int>(bias.count())};
+    return {f.year,   f.month,  f.day,         f.hour,
+            f.minute, f.second, f.millisecond, static_cast<int>(bias.count())};
 }
 
 #ifdef PEER_POCO
@@ -120,19 +120,20 @@ void Adding()
         plus, [](LCDateTime const & date) { return date.GetDay(); });
     Adding(
         "std::chrono", ForEach([](Reading const & r) { return r.local; }), ForEach(span),
-        [](Instant date, milliseconds by) { return Fields(date + by); }, [](Fields const & f) { return f.day; });
+        [](Instant date, milliseconds by) { return Fields(date + by); },
+        [](Fields const & f) { return f.day; });
 #ifdef PEER_POCO
-    Adding(
-        "poco", ForEach(AsPoco),
-        ForEach([](Reading const & r) { return Poco::Timespan(r.span.count() * 1000); }), plus,
-        [](Poco::DateTime const & date) { return date.day(); });
+    Adding("poco", ForEach(AsPoco),
+           ForEach([](Reading const & r) { return Poco::Timespan(r.span.count() * 1000); }), plus,
+           [](Poco::DateTime const & date) { return date.day(); });
 #endif
 #ifdef PEER_QT
     Adding(
         "qt", ForEach([](Reading const & r) {
             return QDateTime::fromMSecsSinceEpoch(r.local.time_since_epoch().count(), Qt::UTC);
         }),
-        ForEach(span), [](QDateTime const & date, milliseconds by) { return date.addMSecs(by.count()).date(); },
+        ForEach(span),
+        [](QDateTime const & date, milliseconds by) { return date.addMSecs(by.count()).date(); },
         [](QDate const & date) { return date.day(); });
 #endif
 }

@@ -4,7 +4,6 @@
 #include <memory>
 #include <set>
 #include <string_view>
-
 #include <sys/random.h>
 
 #include "Bench.h"
@@ -105,12 +104,11 @@ std::vector<std::string> const & Texts()
         for (int i = 0; i < 1'000'000; ++i) {
             std::uint64_t const words[] = {random(), random()};
             char text[40];
-            std::snprintf(text, sizeof text, "%08X-%04X-4%03X-8%03X-%012llX",
-                          static_cast<unsigned>(words[0] & 0xFFFFFFFF),
-                          static_cast<unsigned>(words[0] >> 32 & 0xFFFF),
-                          static_cast<unsigned>(words[0] >> 48 & 0xFFF),
-                          static_cast<unsigned>(words[1] >> 48 & 0xFFF),
-                          static_cast<unsigned long long>(words[1] & 0xFFFF'FFFF'FFFF));
+            std::snprintf(
+                text, sizeof text, "%08X-%04X-4%03X-8%03X-%012llX",
+                static_cast<unsigned>(words[0] & 0xFFFFFFFF), static_cast<unsigned>(words[0] >> 32 & 0xFFFF),
+                static_cast<unsigned>(words[0] >> 48 & 0xFFF), static_cast<unsigned>(words[1] >> 48 & 0xFFF),
+                static_cast<unsigned long long>(words[1] & 0xFFFF'FFFF'FFFF));
             made.emplace_back(text);
         }
         return made;

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <fstream>
 #include <list>
-
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -21,11 +20,13 @@ std::int64_t PeakBytes()
     return usage.ru_maxrss * std::int64_t{1024};
 }
 
-/// Registers how much `work` adds to the peak of a process that does nothing else, in bytes for each of its items.
+/// Registers how much `work` adds to the peak of a process that does nothing else, in bytes for each of its
+/// items.
 template <typename Work>
 void Register(std::string const & workload, std::string const & implementation, std::size_t items, Work work)
 {
-    benchmark::RegisterBenchmark((workload + "/" + implementation).c_str(), [items, work](benchmark::State & state) {
+    benchmark::RegisterBenchmark((workload + "/" + implementation).c_str(), [items,
+                                                                             work](benchmark::State & state) {
         std::int64_t added = 0;
         for (auto _ : state) {
             int channel[2];

@@ -93,9 +93,8 @@ void ReadChildren(std::string const & workload, std::string const & implementati
 {
     bench::RegisterPrepared(workload, implementation, std::min<std::size_t>(count, 2000), [count] {
         return [children = std::make_shared<Children<Tree>>(count)] {
-            children->Piece([&](LCString const & name) {
-                benchmark::DoNotOptimize(children->tree.LengthOfChild(name));
-            });
+            children->Piece(
+                [&](LCString const & name) { benchmark::DoNotOptimize(children->tree.LengthOfChild(name)); });
         };
     });
 }

@@ -26,7 +26,8 @@ std::vector<LCColor> const & Colours()
         std::vector<LCColor> made;
         for (std::size_t i = 0; i < count; ++i) {
             auto const number = static_cast<int>(random() % 0x1000000);
-            made.push_back(random() % 2 == 0 ? LCDXFColor::Color_From_ACI(1 + number % 255) : LCColor(number, 255));
+            made.push_back(random() % 2 == 0 ? LCDXFColor::Color_From_ACI(1 + number % 255)
+                                             : LCColor(number, 255));
         }
         return made;
     }();
