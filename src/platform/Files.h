@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -11,8 +12,9 @@ namespace qrtcl::platform {
 /// (`content` is then what came until then). Throws what the allocation throws.
 bool ReadFile(std::string const & name, std::string & content);
 
-/// Hands the bytes of the file to `take`, piece by piece; false as above.
-bool ReadPieces(std::string const & name, std::function<void(std::string_view)> const & take);
+/// Hands the bytes of the file to `take`, piece by piece, none empty, each with how many are still to come as
+/// far as the file had a size; false as above.
+bool ReadPieces(std::string const & name, std::function<void(std::string_view, std::size_t)> const & take);
 
 /// Empties or creates the file and writes the bytes. False if it can't be opened; a failing write is not
 /// reported.

@@ -30,6 +30,21 @@ template <typename Add> void Split(std::string_view text, char first, char secon
     if (begin < text.size()) add(text.substr(begin));
 }
 
+/// How many bytes equal `first` or `second`.
+inline std::size_t CountEnds(std::string_view text, char first, char second) noexcept
+{
+    std::size_t count = 0;
+    while (!text.empty()) {
+        unsigned char inBlock = 0;  // of the width of the bytes, so that many are counted at once
+        for (char const c : text.substr(0, 255)) {
+            if (c == first || c == second) ++inBlock;
+        }
+        count += inBlock;
+        text.remove_prefix(std::min<std::size_t>(text.size(), 255));
+    }
+    return count;
+}
+
 /// Appends the lines of `text` to a list or a vector, or inserts them into a set.
 template <typename Collection>
 void Divide(Collection & elements, std::string_view text, char first, char second, bool keepEmpty)
@@ -53,8 +68,7 @@ void Redivide(Collection & elements, LCString const & text, char first, char sec
         lines.emplace_back();
     } else {
         if constexpr (requires { lines.reserve(1); }) {
-            auto const ends = [=](char c) { return c == first || c == second; };
-            lines.reserve(static_cast<std::size_t>(std::ranges::count_if(text.str(), ends)) + 1);
+            lines.reserve(CountEnds(text.str(), first, second) + 1);
         }
         Divide(lines, text.str(), first, second, keepEmpty);
     }
@@ -146,6 +160,19 @@ template <typename Collection> LCString GetValue(Collection const & elements, LC
     return LCString();
 }
 
+/// Makes room in a vector for the lines of a piece of a file, and for those of the `left` bytes behind it as
+/// if they went on like this, but for no more than four times as many as there are.
+template <typename Collection> void MakeRoom(Collection & elements, std::string_view piece, std::size_t left)
+{
+    if constexpr (requires { elements.reserve(1); }) {
+        std::size_t const lines = CountEnds(piece, '\n', '\n');
+        std::size_t const needed = elements.size() + lines + 1;
+        if (needed <= elements.capacity()) return;
+        std::size_t const expected = needed + lines * left / piece.size();
+        elements.reserve(std::min(4 * needed, expected + expected / 16));
+    }
+}
+
 /// Loads the lines of a file into the emptied collection. Whatever goes wrong, what was read until then
 /// stays.
 template <typename Collection> bool Load(Collection & elements, LCString const & path) noexcept
@@ -154,7 +181,8 @@ template <typename Collection> bool Load(Collection & elements, LCString const &
         Collection former;  // the path may be an element
         former.swap(elements);
         std::string open;  // the line whose end is still to come, and what is whole behind it
-        bool const read = platform::ReadPieces(path.str(), [&](std::string_view piece) {
+        bool const read = platform::ReadPieces(path.str(), [&](std::string_view piece, std::size_t left) {
+            MakeRoom(elements, piece, left);
             std::size_t const whole = piece.rfind('\n') + 1;
             open.append(piece, 0, whole > 0 ? whole : piece.size());
             if (whole == 0) return;

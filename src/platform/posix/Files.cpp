@@ -51,15 +51,18 @@ bool ReadFile(std::string const & name, std::string & content)
     }
 }
 
-bool ReadPieces(std::string const & name, std::function<void(std::string_view)> const & take)
+bool ReadPieces(std::string const & name, std::function<void(std::string_view, std::size_t)> const & take)
 {
     Descriptor const file(name.c_str(), O_RDONLY);
     struct stat status {};
     if (!IsFile(file, status)) return false;
     std::string piece(pieceSize, '\0');
+    auto left = static_cast<std::size_t>(status.st_size);
     ::ssize_t got = 0;
     while ((got = Read(file, piece.data(), piece.size())) > 0) {
-        take(std::string_view(piece).substr(0, static_cast<std::size_t>(got)));
+        std::string_view const read(piece.data(), static_cast<std::size_t>(got));
+        left -= std::min(left, read.size());
+        take(read, left);
     }
     return got == 0;
 }
