@@ -10,12 +10,6 @@ LCInputFileStream::~LCInputFileStream() = default;
 LCOutputFileStream::~LCOutputFileStream() = default;
 LCMemoryStream::~LCMemoryStream() = default;
 
-namespace {
-
-constexpr LCLong largeBlock = 1 << 25;  // from here on the allocation is the system's, whole and untouched
-
-}  // namespace
-
 void LCStream::LoadFromStream(LCStream & source, bool rewind)
 {
     struct Free {
@@ -26,7 +20,7 @@ void LCStream::LoadFromStream(LCStream & source, bool rewind)
     // Zeros that the system provides cost no pass of their own.
     std::unique_ptr<void, Free> const block(std::calloc(static_cast<std::size_t>(size), 1));
     if (block == nullptr) return;
-    if (size >= largeBlock) qrtcl::platform::PreferLargePages(block.get(), static_cast<std::size_t>(size));
+    qrtcl::platform::PreferLargePages(block.get(), static_cast<std::size_t>(size));
     source.Read(block.get(), size, rewind);
     Write(block.get(), size);
 }
