@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <list>
 #include <map>
 #include <optional>
@@ -16,7 +15,6 @@ class TestParagraph : public LCParagraph {
 
 public:
     explicit TestParagraph(bool & findExisting, Arg name = "") : LCParagraph(findExisting), movName(name) {}
-
     using LCParagraph::CleanEnd;
 
     /// The whole tree: name, "=" and value, then attributes and children between braces.
@@ -56,8 +54,8 @@ public:
     }
     TestParagraph * GetParagraph(Arg name) override
     {
-        auto const found = std::ranges::find(movChildren, name, &TestParagraph::movName);
-        return found == movChildren.end() ? nullptr : &*found;
+        for (auto & child : movChildren) if (child.movName == name) return &child;
+        return nullptr;
     }
     void GetParagraphs(LCParagraphList & list) override
     {
@@ -66,14 +64,12 @@ public:
     void GetParagraphsWithName(Arg name, LCParagraphList & list, bool flag) override
     {
         mbvFlag = flag;
-        GetParagraphs(list);
-        list.remove_if([&](LCParagraph * child) { return child->GetName() != name; });
+        for (auto & child : movChildren) if (child.movName == name) list.push_back(&child);
     }
     LCParagraph * GetParagraphWithNameAndAttributeAsString(Arg name, Arg attr, Arg text) override
     {
-        for (auto & child : movChildren)
-            if (child.movName == name && child.GetAttributeAsString(attr, "") == text) return &child;
-        return nullptr;
+        LCParagraph * const child = GetParagraph(name);
+        return child != nullptr && child->GetAttributeAsString(attr, "") == text ? child : nullptr;
     }
 
     // The library never calls these.
