@@ -58,8 +58,9 @@ Name & Names::Use(std::string_view text)
     std::uint64_t const hash = Hash(text);
     if (Name * const name = Find(text, hash)) return Use(*name);
 
+    bool const plain = IsPlainName(text);
     void * const block = ::operator new(sizeof(Name) + text.size());
-    Name * const name = ::new (block) Name{&moOwner, hash, 1, text.size(), IsPlainName(text)};
+    Name * const name = ::new (block) Name{&moOwner, hash, 1, text.size(), plain};
     text.copy(reinterpret_cast<char *>(name + 1), text.size());
     try {
         movTable.Insert(hash, *name);
