@@ -24,13 +24,6 @@ constexpr LCULong forever = 0xFFFFFFFF;
 /// Sanitizers keep locks of their own, inside the heap and elsewhere: a thread that is always there can't be ended.
 constexpr bool sanitized = QRTCL_TEST_SANITIZED;
 
-/// The number of repetitions of a stress: QRTCL_TEST_STRESS multiplies it.
-inline int Rounds(int usual)
-{
-    char const * const factor = std::getenv("QRTCL_TEST_STRESS");
-    return factor != nullptr ? usual * std::atoi(factor) : usual;
-}
-
 /// Work for a thread that is stopped or ended from outside. It keeps out of the thread sanitizer, where that could
 /// not be done.
 [[noreturn]] __attribute__((no_sanitize("thread"))) inline void CountForEver(std::atomic<unsigned> & count)

@@ -2,17 +2,27 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstring>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <new>
+#include <random>
 #include <set>
+#include <thread>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "documents/platform/FileCalls.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
+#include "support/Allocations.h"
 #include "support/Support.h"
 
 namespace {
@@ -74,23 +84,20 @@ TEST(Document, EscapesWhatXmlCantHold)
 {
     struct { std::string text, name, value; } const rows[] = {
         {"", "_x_", ""}, {"_x_", "_x005F_x_", "_x_"}, {"a:b", "a_x003A_b", "a:b"}, {"-1", "_x002D_1", "-1"},
-        {"xmlns", "_x0078_mlns", "xmlns"}, {"XMLish", "_x0058_MLish", "XMLish"}, {"_value", "_value", "_value"},
+        {"xmlns", "_x0078_mlns", "xmlns"}, {"XMLish", "_x0058_MLish", "XMLish"}, {"\x01", "_x0001_", "_x0001_"},
         {"_x0041_", "_x005F_x0041_", "_x005F_x0041_"}, {"_x0041:", "_x005F_x0041_x003A_", "_x005F_x0041:"},
-        {"\x01", "_x0001_", "_x0001_"},
-        {"\xC3\xA4", "_x00C3__x00A4_", "\xC3\xA4"},  // a letter
-        {"\xC3", "_x00C3_", "_x00C3_"},              // half a letter
+        {"\xC3\xA4", "_x00C3__x00A4_", "\xC3\xA4"}, {"\xC3", "_x00C3_", "_x00C3_"},  // a letter, half a letter
         {"\xF0\x9F\x98\x80", "_x00F0__x009F__x0098__x0080_", "\xF0\x9F\x98\x80"},
         {"\xEF\xBF\xBE", "_x00EF__x00BF__x00BE_", "_x00EF__x00BF__x00BE_"},  // U+FFFE
     };
-    for (auto const & row : rows) {
-        LHCDocument document;
-        document.GetRootParagraph().SetParameterAsString(row.text, row.text + ".", true);
-        EXPECT_EQ(Saved(document), LCString(declaration + "<Document>\n  <"s + row.name + ">" + row.value +
-                                            ".</" + row.name + ">\n</Document>\n"));
-    }
     LHCDocument document;
     document.GetRootParagraph().SetAttributeAsString("_value", "stored");
-    EXPECT_EQ(Saved(document), LCString(declaration + "<Document _x005F_value=\"stored\"/>\n"s));
+    std::string expected = declaration + "<Document _x005F_value=\"stored\">\n"s;
+    for (auto const & row : rows) {
+        document.GetRootParagraph().SetParameterAsString(row.text, row.text + ".", true);
+        expected += "  <" + row.name + ">" + row.value + ".</" + row.name + ">\n";
+    }
+    EXPECT_EQ(Saved(document), LCString(expected + "</Document>\n"));
 }
 
 TEST(Document, GivesEveryByteBack)
@@ -113,20 +120,16 @@ TEST(Document, GivesEveryByteBack)
         child.CreateParagraph("parent")->SetParameterAsString("leaf", text, true);
     }
     TemporaryFolder const folder;
-    LHCDocument fromText;
-    LHCDocument fromFile;
-    ASSERT_TRUE(fromText.LoadFromText(Saved(document))) << fromText.GetErrorText().str();
+    LHCDocument loaded;
     ASSERT_TRUE(document.SaveToFile(folder.Path("bytes.xml")));
-    ASSERT_TRUE(fromFile.LoadFromFile(folder.Path("bytes.xml")));
+    ASSERT_TRUE(loaded.LoadFromFile(folder.Path("bytes.xml"))) << loaded.GetErrorText().str();
     EXPECT_EQ(folder.Read("bytes.xml"), Saved(document).str());
-    for (LHCDocument * loaded : {&fromText, &fromFile}) {
-        for (std::string const & text : texts) {
-            LCParagraph * const child = loaded->GetRootParagraph().GetParagraph(text);
-            ASSERT_NE(child, nullptr) << testing::PrintToString(text);
-            EXPECT_EQ(child->GetValueAsString("?"), text);
-            EXPECT_EQ(child->GetAttributeAsString(text, "?"), text);
-            EXPECT_EQ(child->GetParagraph("parent")->GetParameterAsString("leaf", "?", false), text);
-        }
+    for (std::string const & text : texts) {
+        LCParagraph * const child = loaded.GetRootParagraph().GetParagraph(text);
+        ASSERT_NE(child, nullptr) << testing::PrintToString(text);
+        EXPECT_EQ(child->GetValueAsString("?"), text);
+        EXPECT_EQ(child->GetAttributeAsString(text, "?"), text);
+        EXPECT_EQ(child->GetParagraph("parent")->GetParameterAsString("leaf", "?", false), text);
     }
 }
 
@@ -188,8 +191,11 @@ TEST(Document, IsAsStrictAsOtherReaders)
     LHCDocument document;
     for (std::string const & xml : GoodInputs())
         EXPECT_TRUE(document.LoadFromText(xml)) << xml << document.GetErrorText().str();
-    EXPECT_TRUE(document.LoadFromText("<before/>"));
-    for (std::string const & xml : BadInputs()) {
+    std::vector<std::string> inputs = BadInputs();
+    std::string const whole = "<?xml version='1.0'?><a b='&lt;'><!-- c --><?d?>e<f/><![CDATA[g]]>&#65;</a>";
+    for (std::size_t size = 0; size < whole.size(); ++size) inputs.push_back(whole.substr(0, size));
+    EXPECT_TRUE(document.LoadFromText(whole) && document.LoadFromText("<before/>"));
+    for (std::string const & xml : inputs) {
         EXPECT_FALSE(document.LoadFromText(xml)) << testing::PrintToString(xml);
         EXPECT_FALSE(document.GetErrorText().IsEmpty()) << testing::PrintToString(xml);
         EXPECT_EQ(document.GetRootParagraph().GetName(), "before") << testing::PrintToString(xml);
@@ -241,21 +247,18 @@ TEST(Document, TheRootStaysWhereItIs)
 {
     std::unique_ptr<LCDocument> const document(LHCDocumentCreator().CreateDocument());
     LCParagraph & root = document->GetRootParagraph();
-    EXPECT_EQ(root.GetName(), "Document");
+    LCString const empty = LCString(declaration) + "<Document/>\n";
+    LCString xml;
+    EXPECT_TRUE(document->SaveToText(xml) && xml == empty) << xml.str();
     EXPECT_TRUE(document->LoadFromText("<a b='1'>v<c><d/></c></a>"));
     EXPECT_EQ(&document->GetRootParagraph(), &root);
-    EXPECT_EQ(root.GetName(), "a");
     EXPECT_EQ(root.GetParagraph("c")->GetParent(), &root);
     document->SetFindExisting(true);
     root.SetParameterAsString("c", "found", true);
     EXPECT_EQ(root.GetParameterAsString("c", "", false), "found");
-
     document->Clear();
     EXPECT_EQ(&document->GetRootParagraph(), &root);
-    EXPECT_EQ(root.GetName(), "Document");
-    EXPECT_EQ(root.GetParagraph("c"), nullptr);
-    EXPECT_EQ(root.GetValueAsString("none"), "none");
-    EXPECT_EQ(root.GetAttributeAsString("b", "none"), "none");
+    EXPECT_TRUE(document->SaveToText(xml) && xml == empty) << xml.str();
 }
 
 TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
@@ -315,55 +318,42 @@ TEST(Document, HostileInputIsDoneQuickly)
     }
 }
 
-/// The system's calls, of which one fails or is interrupted every other time, and none moves many bytes.
+/// The system's calls, of which the one of a number fails; none moves many bytes.
 class FaultyCalls final : public FileCalls {
 public:
-    explicit FaultyCalls(std::string const & call, std::errc error, std::size_t most = ~std::size_t{0})
-        : movCall(call), movError(std::make_error_code(error)), mivMost(most)
-    {
-        Replace(this);
-    }
+    FaultyCalls(int faulty, std::errc error) : mivLeft(faulty), movError(std::make_error_code(error)) { Replace(this); }
     ~FaultyCalls() { Replace(nullptr); }
 
-    int mivCalls = 0;  ///< of the faulty one
+    std::string movFailed;  ///< the call that did
+    static constexpr std::size_t most = 50000;
 
-    using Error = std::error_code;
-    using Path = std::string const;
-    using Base = FileCalls;
-    Error Look(Path & p, FileState & s) override { return Fails("Look") ? movError : Base::Look(p, s); }
-    Error Create(Path & p, bool s, int & f) override
-    {
-        return Fails("Create") ? movError : Base::Create(p, s, f);
-    }
-    Error Read(int f, char * b, std::size_t & s) override
-    {
-        s = std::min(s, mivMost);
-        return Fails("Read") ? movError : Base::Read(f, b, s);
-    }
-    Error Write(int f, char const * b, std::size_t & s) override
-    {
-        s = std::min(s, mivMost);
-        return Fails("Write") ? movError : Base::Write(f, b, s);
-    }
-    Error CopyRights(int f, FileState const & s) override
-    {
-        return Fails("CopyRights") ? movError : Base::CopyRights(f, s);
-    }
-    Error Sync(int f) override { return Fails("Sync") ? movError : Base::Sync(f); }
-    Error Close(int f) override { return Base::Close(f) || !Fails("Close") ? Error() : movError; }
-    Error Rename(Path & f, Path & t) override { return Fails("Rename") ? movError : Base::Rename(f, t); }
-    Error SyncFolder(Path & p) override { return Fails("SyncFolder") ? movError : Base::SyncFolder(p); }
+#define CALL(name, parameters, ...) \
+    std::error_code name parameters override { return Fails(#name) ? movError : FileCalls::name(__VA_ARGS__); }
+    CALL(Look, (std::string const & p, FileState & s), p, s)
+    CALL(Resolve, (std::string & p), p)
+    CALL(CheckWritable, (std::string const & p), p)
+    CALL(OpenToRead, (std::string const & p, int & f), p, f)
+    CALL(Create, (std::string const & p, bool s, int & f), p, s, f)
+    CALL(Read, (int f, char * b, std::size_t & s), f, b, s = std::min(s, most))
+    CALL(Write, (int f, char const * b, std::size_t & s), f, b, s = std::min(s, most))
+    CALL(CopyRights, (int f, FileState const & s), f, s)
+    CALL(Sync, (int f), f)
+    CALL(Link, (std::string const & f, std::string const & t), f, t)
+    CALL(Rename, (std::string const & f, std::string const & t), f, t)
+    CALL(Remove, (std::string const & p), p)
+    CALL(SyncFolder, (std::string const & p), p)
+    std::error_code Close(int f) override { return FileCalls::Close(f) || !Fails("Close") ? std::error_code() : movError; }
 
 private:
-    bool Fails(std::string const & call)
+    bool Fails(char const * call)
     {
-        if (call != movCall) return false;
-        return ++mivCalls % 2 == 1 || movError != std::errc::interrupted;
+        if (mivLeft-- != 0) return false;
+        movFailed = call;
+        return true;
     }
 
-    std::string movCall;
+    int mivLeft;
     std::error_code movError;
-    std::size_t mivMost;
 };
 
 std::set<std::string> FilesIn(TemporaryFolder const & folder)
@@ -374,42 +364,80 @@ std::set<std::string> FilesIn(TemporaryFolder const & folder)
     return names;
 }
 
+constexpr std::errc errors[] = {std::errc::no_space_on_device, std::errc::permission_denied, std::errc::io_error,
+                                std::errc::no_such_file_or_directory, std::errc::interrupted};
+
+// What is only interrupted goes on. Without a second name for the old file, or with one that stays, it is saved too.
 TEST(DocumentFile, AFailureAtAnyStepLeavesTheOldFileAlone)
 {
     LHCDocument document;
     document.GetRootParagraph().SetParameterAsString("large", std::string(200000, 'x'), true);
-    for (char const * const step :
-         {"Look", "Create", "Write", "CopyRights", "Sync", "Close", "Rename", "SyncFolder"}) {
-        for (bool const existing : {true, false}) {
-            if (!existing && step == "CopyRights"s) continue;  // there are none to copy
-            TemporaryFolder const folder;
-            if (existing) folder.Write("part.xml", "old");
-            FaultyCalls const calls(step, std::errc::no_space_on_device);
-            EXPECT_FALSE(document.SaveToFile(folder.Path("part.xml"))) << step;
-            EXPECT_TRUE(document.GetErrorText().Contains(std::strerror(ENOSPC))) << step;
-            EXPECT_EQ(folder.Read("part.xml"), existing ? "old" : "") << step;
-            EXPECT_EQ(FilesIn(folder).size(), existing ? 1u : 0u) << step;
+    std::string const whole = Saved(document).str();
+    for (std::errc const error : errors) {
+        bool failed = true;
+        for (int step = 0; failed; ++step) {
+            for (std::string const old : {"", "old"}) {
+                TemporaryFolder const folder;
+                LCString const path = old.empty() ? folder.Path("part.xml") : folder.Write("part.xml", old);
+                FaultyCalls const calls(step, error);
+                bool const saved = document.SaveToFile(path);
+                failed = !calls.movFailed.empty();
+                bool const stays = calls.movFailed == "Remove" && error != std::errc::interrupted;
+                EXPECT_EQ(saved, !failed || error == std::errc::interrupted || stays || calls.movFailed == "Link");
+                std::string const told = document.GetErrorText().str();
+                EXPECT_TRUE(saved || told.starts_with(path.str() + ": ")) << calls.movFailed << ", " << told;
+                EXPECT_TRUE(saved || told.ends_with(std::make_error_code(error).message())) << told;
+                EXPECT_EQ(folder.Read("part.xml"), saved ? whole : old) << calls.movFailed;
+                EXPECT_EQ(FilesIn(folder).size(), (saved || !old.empty()) + stays) << calls.movFailed;
+            }
         }
     }
 }
 
-TEST(DocumentFile, InterruptedAndPartialCallsGoOn)
+TEST(DocumentFile, AFailureAtAnyStepOfALoadLeavesTheDocumentAlone)
+{
+    TemporaryFolder const folder;
+    LCString const path = folder.Write("part.xml", "<a>" + std::string(200000, 'x') + "</a>");
+    for (std::errc const error : errors) {
+        bool failed = true;
+        for (int step = 0; failed; ++step) {
+            LHCDocument document;
+            FaultyCalls const calls(step, error);
+            bool const loaded = document.LoadFromFile(path);
+            failed = !calls.movFailed.empty();
+            EXPECT_EQ(loaded, !failed || error == std::errc::interrupted || calls.movFailed == "Close");
+            EXPECT_EQ(document.GetRootParagraph().GetName(), loaded ? "a" : "Document") << calls.movFailed;
+        }
+    }
+}
+
+// The saver is killed at any moment of its saves, of which at least one has ended.
+TEST(DocumentFile, AKillLeavesTheOldFileOrTheNewOne)
 {
     TemporaryFolder const folder;
     LCString const path = folder.Path("part.xml");
-    LHCDocument document;
-    document.GetRootParagraph().SetParameterAsString("large", std::string(200000, 'x'), true);
-    for (char const * const step : {"Create", "Write", "Sync", "Close", "SyncFolder", "Read"}) {
-        FaultyCalls const calls(step, std::errc::interrupted, 5000);
-        EXPECT_TRUE(document.SaveToFile(path)) << step << document.GetErrorText().str();
-        LHCDocument loaded;
-        EXPECT_TRUE(loaded.LoadFromFile(path)) << step << loaded.GetErrorText().str();
-        EXPECT_EQ(Saved(loaded), Saved(document)) << step;
-        EXPECT_GT(calls.mivCalls, 0) << step;
+    LHCDocument documents[2];
+    for (LHCDocument & document : documents)
+        document.GetRootParagraph().SetParameterAsString("v", std::string(&document == documents ? 300000 : 9000, 'x'), true);
+    auto const inode = [&] {
+        struct stat status {};
+        return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+    };
+    EXPECT_TRUE(documents[0].SaveToFile(path));
+    std::mt19937 random(1);
+    for (int kill = 0; kill < Rounds(10); ++kill) {
+        ::ino_t const before = inode();
+        ::pid_t const saver = ::fork();
+        for (int i = 0; saver == 0; i = 1 - i) documents[i].SaveToFile(path);
+        while (inode() == before) std::this_thread::yield();
+        auto const end = std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 20000);
+        while (std::chrono::steady_clock::now() < end) {}
+        ::kill(saver, SIGKILL);
+        ::waitpid(saver, nullptr, 0);
+        LCString const found = folder.Read("part.xml");
+        EXPECT_TRUE(found == Saved(documents[0]) || found == Saved(documents[1])) << found.Left(100).str();
     }
-    FaultyCalls const calls("Read", std::errc::io_error);
-    EXPECT_FALSE(document.LoadFromFile(path));
-    EXPECT_NE(document.GetRootParagraph().GetParagraph("large"), nullptr);
+    for (std::string const & file : FilesIn(folder)) EXPECT_TRUE(file == "part.xml" || file.starts_with("part.xml.tmp-"));
 }
 
 TEST(DocumentFile, FollowsLinksAndKeepsTheMode)
@@ -448,6 +476,61 @@ TEST(DocumentFile, WritesStraightIntoWhatIsNoFile)
     EXPECT_FALSE(document.SaveToFile("/dev/full"));
     EXPECT_TRUE(document.GetErrorText().Contains(std::strerror(ENOSPC)));
     EXPECT_FALSE(document.LoadFromFile("/dev/zero"));
+}
+
+void Build(LCParagraph & root)
+{
+    auto const longText = [](int i) { return LCString("a text that is not short ") + LCString(i); };
+    for (int i = 0; i < 17; ++i) {
+        root.CreateParagraph(longText(i))->SetAttributeAsString(longText(i), longText(i));
+        root.SetAttributeAsString(longText(i), longText(i));
+        root.SetParameterAsString(longText(i % 7), longText(i), true);
+    }
+    root.GetParagraph(longText(3))->SetName(longText(50));
+    root.CopyToParagraph(*root.GetParagraph(longText(50)));
+    root.RemoveParagraphsWithName(longText(5));
+}
+
+TEST(DocumentFile, AnyAllocationMayFail)
+{
+    TemporaryFolder const folder;
+    LHCDocument built;
+    Build(built.GetRootParagraph());
+    LCString const whole = Saved(built);
+    LCString const path = folder.Write("part.xml", whole.str());
+    struct { std::string what; std::function<bool(LHCDocument &)> run; } const rows[] = {
+        {"build", [](LHCDocument & d) { return Build(d.GetRootParagraph()), true; }},
+        {"load text", [&](LHCDocument & d) { return d.LoadFromText(whole); }},
+        {"load", [&](LHCDocument & d) { return d.LoadFromFile(path); }},
+        {"save", [&](LHCDocument & d) { return d.SaveToFile(path); }},
+    };
+    for (auto const & [what, run] : rows) {
+        bool failed = true;
+        for (std::size_t number = 1; failed; ++number) {
+            SCOPED_TRACE(what + " " + std::to_string(number));
+            std::size_t const before = LiveAllocations();
+            {
+                LHCDocument document;
+                LCString const present = Saved(document);
+                bool done = false;
+                try {
+                    FailAllocation(number);
+                    done = run(document);
+                } catch (std::bad_alloc const &) {
+                    EXPECT_EQ(what, "build");  // of which any part may be there
+                }
+                failed = FailAllocation(0);
+                EXPECT_TRUE(done || what == "build" || document.GetErrorText().Contains("out of memory"));
+                LCString const now = Saved(document);
+                EXPECT_TRUE(now == (done && what != "save" ? whole : present) || (what == "build" && !done));
+                EXPECT_EQ(folder.Read("part.xml"), done && what == "save" ? present.str() : whole.str());
+                EXPECT_TRUE(what != "build" || LHCDocument().LoadFromText(now));
+            }
+            EXPECT_EQ(LiveAllocations(), before);
+            EXPECT_EQ(FilesIn(folder), std::set<std::string>{"part.xml"});
+            folder.Write("part.xml", whole.str());
+        }
+    }
 }
 
 /// Counts what it is told, and cancels at the question of a number.

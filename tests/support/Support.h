@@ -2,6 +2,7 @@
 
 // What every test sees: the framework, and how it prints the library's values.
 
+#include <cstdlib>
 #include <initializer_list>
 #include <ostream>
 #include <string>
@@ -30,6 +31,13 @@ public:
 private:
     std::string movPath;
 };
+
+/// The number of repetitions of a stress: QRTCL_TEST_STRESS multiplies it.
+inline int Rounds(int usual)
+{
+    char const * const factor = std::getenv("QRTCL_TEST_STRESS");
+    return factor != nullptr ? usual * std::atoi(factor) : usual;
+}
 
 /// A collection with these elements, which its own constructors do not take.
 template <typename Container, typename Elements = std::initializer_list<typename Container::value_type>>
