@@ -41,4 +41,8 @@ function(qrtcl_library target)
     if(NOT BUILD_SHARED_LIBS)
         target_compile_definitions(${target} PUBLIC QRTCL_STATIC)
     endif()
+    # The vectors are the language's own, with its own checks.
+    if(QRTCL_CONTRACT_CHECKS)
+        target_compile_definitions(${target} PUBLIC QRTCL_CONTRACT_CHECKS _GLIBCXX_ASSERTIONS)
+    endif()
 endfunction()

@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "foundation/Contract.h"
 #include "foundation/Export.h"
 #include "foundation/FiringMark.h"
 
@@ -80,7 +81,11 @@ public:
         {}
         LCHandler(LCHandler const &) = delete;
         LCHandler & operator=(LCHandler const &) = delete;
-        virtual ~LCHandler() = default;
+        virtual ~LCHandler()
+        {
+            QRTCL_REQUIRE(!IsHooked(mopDelegate.get()), "LCHandler::~LCHandler", this,
+                          "an event still holds it");
+        }
 
         // These take effect in every event that holds the handler, which keeps its place in the order.
         virtual void Enable() { mopDelegate->Enable(); }
@@ -117,42 +122,53 @@ public:
     Event(Event const & other)
         : std::list<Base *>(other), movFiring{other.movFiring.isFiring}, movToAdd(other.movToAdd),
           movToRemove(other.movToRemove)
-    {}
+    {
+        Note();
+    }
     Event & operator=(Event const & other)
     {
+        QRTCL_REQUIRE(movFiring.mark == nullptr, "Event::operator=", this, "the event is firing");
         std::list<Base *>::operator=(other);
         movFiring.isFiring = other.movFiring.isFiring;
         movToAdd = other.movToAdd;
         movToRemove = other.movToRemove;
+        Note();
         return *this;
     }
     virtual ~Event()
     {
         if (movFiring.mark != nullptr) movFiring.mark->state = nullptr;
+#if defined(QRTCL_CONTRACT_CHECKS)
+        NoteDelegates(this, {});
+#endif
     }
 
     /// Hooks the handler behind those already there. At rest, one that is there stays as it is. While firing,
     /// the handler is called from the next firing on, and one that is there already will be called twice.
     void operator<<(LCHandler & handler)
     {
+        QRTCL_REQUIRE(IsFreeHere(), "Event::operator<<", this, "the event is firing on another thread");
         Base * const delegate = handler.mopDelegate.get();
         if (movFiring.isFiring) {
             movToAdd.push_back(delegate);
         } else if (std::find(this->begin(), this->end(), delegate) == this->end()) {
             this->push_back(delegate);
         }
+        Note();
     }
 
     /// Unhooks the handler, however often it is there. While firing, it is not called again, and what hooked
     /// it in the same firing, before or after, is in vain.
     void operator>>(LCHandler & handler)
     {
+        QRTCL_REQUIRE(IsFreeHere(), "Event::operator>>", this, "the event is firing on another thread");
         Base * const delegate = handler.mopDelegate.get();
         if (movFiring.isFiring) {
             movToRemove.push_back(delegate);
         } else {
             this->remove(delegate);
         }
+        Note();
     }
 
     /// Fires. What one receiver changes through a reference is seen by those behind it and by the caller.
@@ -161,6 +177,7 @@ public:
     /// receiver may fire the event that is calling it: changes then wait for the end of the outermost firing.
     void operator()(Args... args)
     {
+        QRTCL_REQUIRE(IsFreeHere(), "Event::operator()", this, "the event is firing on another thread");
         if (this->empty()) return;
         if (movFiring.mark != nullptr) {
             CallAll(*movFiring.mark, args...);
@@ -234,6 +251,7 @@ private:
             std::replace(this->begin(), this->end(), delegate, static_cast<Base *>(nullptr));
             movFiring.hasGaps = true;
         }
+        Note();
     }
     bool HasPending() const { return !movToAdd.empty() || !movToRemove.empty() || movFiring.hasGaps; }
     // Kept apart from the road of a plain firing.
@@ -241,12 +259,44 @@ private:
     {
         movToAdd.clear();
         movToRemove.clear();
+        Note();
     }
     [[gnu::cold]] void ApplyPending() noexcept
     {
         this->splice(this->end(), movToAdd);
         for (Base * const delegate : movToRemove) this->remove(delegate);
         if (std::exchange(movFiring.hasGaps, false)) this->remove(nullptr);
+        Note();
+    }
+
+    // For the contract checks.
+
+    bool IsFreeHere() const
+    {
+        FiringMark const * mark = cotFirings;
+        while (mark != nullptr && mark != movFiring.mark) mark = mark->outer;
+        return mark == movFiring.mark;
+    }
+    void Note() const
+    {
+#if defined(QRTCL_CONTRACT_CHECKS)
+        std::vector<void const *> held;
+        for (Base const * const delegate : *this) {
+            if (!movFiring.isFiring || !IsToRemove(delegate)) held.push_back(delegate);
+        }
+        for (Base const * const delegate : movToAdd) {
+            if (movFiring.isFiring && !IsToRemove(delegate)) held.push_back(delegate);
+        }
+        NoteDelegates(this, std::move(held));
+#endif
+    }
+    /// What has left by the list's own operations is not held.
+    static bool IsHooked(Base * delegate)
+    {
+        auto const * const event = static_cast<Event const *>(FindEventOf(delegate));
+        return event != nullptr &&
+               (std::count(event->begin(), event->end(), delegate) != 0 ||
+                std::count(event->movToAdd.begin(), event->movToAdd.end(), delegate) != 0);
     }
 
     FiringState movFiring;

@@ -1,5 +1,6 @@
 #include "concurrency/LCRWCriticalSection.h"
 
+#include "foundation/Contract.h"
 #include "platform/Protection.h"
 #include "platform/Waiting.h"
 
@@ -66,6 +67,8 @@ bool LCRWCriticalSection::LockReader(LCULong timeout)
 
 void LCRWCriticalSection::UnlockReader()
 {
+    QRTCL_REQUIRE(mivState.load(std::memory_order_relaxed) >= oneReader, "LCRWCriticalSection::UnlockReader",
+                  this, "no reader holds the lock");
     std::uint32_t const state = mivState.fetch_sub(oneReader, std::memory_order_release) - oneReader;
     if (state < oneReader && (state & awaited) != 0) WakeAll(mivState);
 }
@@ -97,6 +100,8 @@ bool LCRWCriticalSection::WaitAsWriter(LCULong timeout)
 
 void LCRWCriticalSection::UnlockWriter()
 {
+    QRTCL_REQUIRE(mivOwner.load(std::memory_order_relaxed) == ThreadNumber(),
+                  "LCRWCriticalSection::UnlockWriter", this, "this thread does not hold the lock");
     if (--mivDepth != 0) return;
     mivOwner.store(0, std::memory_order_relaxed);
     std::uint32_t state = closed;
@@ -126,6 +131,7 @@ bool LCRWCriticalSection::Queue(bool asWriter, LCULong timeout)
         auto & waiter = *static_cast<Waiter *>(argument);
         if (waiter.lock.TakeOut(waiter)) return;
         if (waiter.writer) {
+            waiter.lock.mivOwner.store(ThreadNumber(), std::memory_order_relaxed);
             waiter.lock.mivDepth = 1;
             waiter.lock.UnlockWriter();
         } else {

@@ -17,8 +17,8 @@
 /// The thread that holds the writer lock may take it again, and must release it as often; it may also take
 /// reader locks. A reader lock belongs to no thread: another one may release it. But a thread that holds one
 /// must not ask for the writer lock, since it would wait for itself, nor for a second reader lock without a
-/// time-out, since a writer may be waiting in between. Unlocking what is not held is not noticed, and breaks
-/// the lock. What an ended thread held stays locked.
+/// time-out, since a writer may be waiting in between. Unlocking what is not held breaks the lock. What an
+/// ended thread held stays locked.
 ///
 /// Without contention, a lock or unlock is one atomic operation and no system call.
 class QRTCL_API LCRWCriticalSection {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/Contract.h"
 #include "foundation/Export.h"
 #include "foundation/LCTypes.h"
 
@@ -108,11 +109,19 @@ public:
     /// Cuts, or pads with zero bytes.
     void resize(unsigned int n) { movText.resize(n); }
 
-    // Not checked: the caller stays within the text.
-    char operator[](unsigned int i) const { return movText[i]; }
-    char & operator[](unsigned int i) { return movText[i]; }
-    char GetAt(int i) const { return movText[static_cast<unsigned int>(i)]; }
-    void SetAt(int i, char c) { movText[static_cast<unsigned int>(i)] = c; }
+    // The caller stays within the text; only the contract checks look.
+    char operator[](unsigned int i) const
+    {
+        QRTCL_REQUIRE(i <= movText.size(), "LCString::operator[]", this, "index past the end");
+        return movText[i];
+    }
+    char & operator[](unsigned int i)
+    {
+        QRTCL_REQUIRE(i <= movText.size(), "LCString::operator[]", this, "index past the end");
+        return movText[i];
+    }
+    char GetAt(int i) const { return (*this)[static_cast<unsigned int>(i)]; }
+    void SetAt(int i, char c) { (*this)[static_cast<unsigned int>(i)] = c; }
 
     // Byte order, bytes taken as unsigned; at a tie the shorter text is less.
     friend bool operator==(LCString const & a, LCString const & b) noexcept { return a.movText == b.movText; }

@@ -52,8 +52,7 @@ TEST(Thread, RunsItsReceiversOnAThreadOfItsOwnAndMayRunAgain)
         EXPECT_NE(::gettid(), ::getpid());
         Await([&] { return !hold.load(); });
     });
-    LCEvent1Param<LCThread &>::LCHandler second(thread, &Runner::Run);
-    thread.OnExecute << second;
+    LCEvent1Param<LCThread &>::LCHook const second(thread.OnExecute, thread, &Runner::Run);
     thread.Suspend();  // nothing to suspend, nothing to wait for
     EXPECT_EQ(Complaint([&] { thread.WaitFor(0); }), notCreated);
     EXPECT_FALSE(thread.IsTerminated());
