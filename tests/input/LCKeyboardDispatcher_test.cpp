@@ -18,7 +18,12 @@ struct Keyboard : testing::Test {
         Reset();
         dispatcher.SetHasPrefix(true);
     }
-    ~Keyboard() override { qrtcl::platform::ReplaceClock(nullptr); }
+    ~Keyboard() override
+    {
+        dispatcher.OnCode >> code;
+        dispatcher.OnKeyPress >> typed;
+        qrtcl::platform::ReplaceClock(nullptr);
+    }
     void Reset()
     {
         using namespace qrtcl::platform;
