@@ -4,6 +4,7 @@
 #include <memory>
 #include <unordered_set>
 
+#include "support/Allocations.h"
 namespace {
 
 using namespace std::string_literals;
@@ -175,6 +176,32 @@ TEST(String, SubstringsAtTheirEdges)
     edited += alias;
     edited &= alias;
     EXPECT_EQ(LCString("<") + edited + ">", "<cbacba\\cbacba>");
+}
+
+TEST(String, WithoutMemoryACallDoesNothingOrReportsIt)
+{
+    LCString const text(std::string(40, 'x')), other(std::string(90, 'y'));
+    for (auto const call : std::initializer_list<void (*)(LCString &, LCString const &)>{
+             [](LCString & s, LCString const & o) { s += o; }, [](LCString & s, LCString const & o) { s &= o; },
+             [](LCString & s, LCString const & o) { s &= o + s; }, [](LCString & s, LCString const & o) { s = o; },
+             [](LCString & s, LCString const & o) { s.insert(3, o); }, [](LCString & s, LCString const &) { s &= s; },
+             [](LCString & s, LCString const & o) { s.ReplaceInString("x", o); },
+             [](LCString & s, LCString const & o) { s.ReplaceInStringCI("X", o); },
+             [](LCString & s, LCString const & o) { s.assign(o.c_str(), 90); },
+             [](LCString & s, LCString const &) { s.resize(1000); },
+             [](LCString & s, LCString const & o) { s = o.UpperCase() & s.Mid(1, 30) & LCString(L"wide and long enough"); },
+             [](LCString & s, LCString const &) { s = LCString(60, 'z') + LCString(s).CopyTrim().Replace("x", "yy"); }})
+        ExpectAllOrNothing(text, [&](LCString & s) { call(s, other); });
+
+    TemporaryFolder const folder;
+    LCString const path = folder.Write("a file with a long name", other.str());
+    ExpectAllOrNothing(text, [&](LCString & s) {
+        auto const isNumber = [](LCString const & t, LCUInt64 size) { return t.size() == size || t == "+NAN"; };
+        EXPECT_TRUE(isNumber(LCString(-1e300, 40, false), 343) && isNumber(LCString(7, 50, '0', false), 50) &&
+                    isNumber(LCString(1.5, 3, 70, ' '), 70) && isNumber(LCString(LCUInt64{0} - 1), 20));
+        EXPECT_TRUE(s.LoadFromFile(path) ? s == other : s.empty());
+        EXPECT_TRUE(other.SaveToFile(path));
+    });
 }
 
 TEST(String, FindsPositionsFromEitherEnd)

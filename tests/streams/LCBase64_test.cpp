@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "streams/detail/Base64Codec.h"
+#include "support/Allocations.h"
 #include "support/Support.h"
 
 namespace {
@@ -50,6 +51,15 @@ TEST(Base64, WithoutMemoryThereIsNoTextButALength)
         LCBase64::Encode(nullptr, absurd, out);
         EXPECT_EQ(out, "");
     }
+    LCString const text(std::string(80, 'x'));
+    ExpectAllOrNothing(text, [&](LCString & s) {
+        LCUInt64 bad = 0;
+        LCBase64::Encode(text, s);
+        EXPECT_TRUE(s.size() == 108 || s.empty());
+        EXPECT_TRUE(LCBase64::DecodeStrict(s, s, bad) ? s == text || s.empty() : s.empty() && bad == LCString::npos);
+        LCBase64::Decode(text, s);
+        EXPECT_TRUE(s.size() == 60 || s.empty());
+    });
 }
 
 // Every way this processor has, each of the 256 bytes at each place, and blocks of exact size: a sanitizer

@@ -6,6 +6,7 @@
 #include "streams/LHCInputFileStream.h"
 #include "streams/LHCMemoryStream.h"
 #include "streams/LHCOutputFileStream.h"
+#include "support/Allocations.h"
 #include "support/Support.h"
 
 namespace {
@@ -76,6 +77,26 @@ TEST(Stream, MemoryWritesBehindTheEndWhereverItWasReadAndMoreThanOneLargePage)
     Put(stream, std::string(33 << 20, 'x'));
     stream.SaveToStream(target, true);
     EXPECT_TRUE(Get(target, target.GetSize(), true) == Get(stream, 12 + (33 << 20), true));
+}
+
+TEST(Stream, WithoutMemoryNothingLeaksAndAStreamIsWholeOrFailed)
+{
+    TemporaryFolder const folder;
+    LCString const from = folder.Write("a file with a long name", "0123456789"), to = folder.Path("a copy with a long name");
+    std::string const long1(3000, 'x');
+    ExpectAllOrNothing(0, [&](int) {
+        LHCInputFileStream input(from);
+        LHCMemoryStream memory;
+        memory.LoadFromStream(input, true);
+        LCLong const size = memory.GetSize();
+        EXPECT_TRUE(size == 10 || size == 0 || size == -1) << size;
+        memory.Write(const_cast<char *>(long1.data()), 3000);
+        EXPECT_TRUE(memory.GetSize() == -1 || memory.GetSize() == size + 3000) << memory.GetSize();
+        LHCOutputFileStream output(to);
+        memory.SaveToStream(output, true);
+        EXPECT_TRUE(output.GetFileName() == to);
+    });
+    EXPECT_EQ(folder.Read("a copy with a long name"), "0123456789" + long1);
 }
 
 TEST(FileStream, WhatCannotBeOpenedIsAFailedStreamWithAName)
