@@ -151,7 +151,7 @@ bool LCRWCriticalSection::Queue(bool asWriter, LCULong timeout)
 bool LCRWCriticalSection::Append(Waiter & waiter)
 {
     std::lock_guard const guard(movQueueLock);
-    std::uint32_t state = mivState.load(std::memory_order_relaxed);
+    std::uint32_t state = 0;
     do {
         if (TryEnter(waiter.writer)) return false;
         state = mivState.load(std::memory_order_relaxed);

@@ -23,7 +23,7 @@ LHCParagraph::LHCParagraph(bool & findExisting, LCString const & name) : LCParag
 {
     auto store = std::make_unique<Store>();
     mopName = &store->names.Use(name.str());
-    store.release();
+    static_cast<void>(store.release());  // the name leads to it
 }
 
 LHCParagraph::LHCParagraph(LHCParagraph & parent, Name & name) noexcept
@@ -35,7 +35,7 @@ LHCParagraph::~LHCParagraph()
     if (mopParent != nullptr) return;
     std::unique_ptr<Store> const store(&TreeStore());
     store->names.Close();
-    RemoveAllParagraphs();
+    LHCParagraph::RemoveAllParagraphs();
     ReleaseContents();
 }
 

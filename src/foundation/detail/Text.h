@@ -11,7 +11,7 @@
 // so that equality, order, search and wildcards agree.
 namespace qrtcl::text {
 
-consteval std::array<char, 256> FoldTable(char first, char last, int shift)
+consteval std::array<char, 256> FoldTable(int first, int last, int shift)
 {
     std::array<char, 256> table{};
     for (int i = 0; i < 256; ++i) table[static_cast<unsigned>(i)] = static_cast<char>(i);
