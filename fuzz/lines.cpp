@@ -24,7 +24,7 @@ Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
     return lines;
 }
 
-void RequireLines(char const * what, auto const & got, Lines const & expected)
+void RequireLines(char const * what, auto const & got, auto const & expected)
 {
     RequireEqual(what, std::equal(got.begin(), got.end(), expected.begin(), expected.end()), true);
 }
@@ -64,6 +64,15 @@ void Fuzz(Input input)
     std::sort(elements.begin(), elements.end());
     std::sort(vector.begin(), vector.end());
     RequireLines("elements of the sorted vector", vector, elements);
-    LCIntVector numbers;
-    numbers.DivideText(LCString(text), sep1, keepEmpty);
+    LCDoubleVector numbers;
+    std::vector<double> expected;
+    bool all = !text.empty();
+    for (std::string const & field : Split(text, sep1, sep1, true)) {
+        double value = 0.0;
+        bool const good = (all || !keepEmpty) && LCString(field).AsDoubleWithCheck(value);
+        if (good) expected.push_back(value);
+        all = all && good;
+    }
+    RequireEqual("numbers", numbers.DivideText(LCString(text), sep1, keepEmpty), all || !keepEmpty);
+    RequireLines("numbers", numbers, expected);
 }

@@ -21,8 +21,11 @@ template <typename Number> void Compare(char const * what, std::string const & t
 void Fuzz(Input input)
 {
     std::string const text = input.Rest();
-    LCString const s(text);
+    LCString s(text);
     Compare<double>("double", text, false, [&](double & out) { return s.AsDoubleWithCheck(out); });
+    std::string dug = text;
+    for (char & c : dug) c = c == ',' || c == '-' || c == '.' || (c >= '0' && c <= '9') ? c : ' ';
+    RequireEqual("dug out", s.IgnoreCharactersToDouble(), LCString(dug).AsDouble(0.0));
     for (bool const hex : {false, true}) {
         Compare<int>("int", text, hex, [&](int & out) { return s.AsIntWithCheck(out, hex); });
         // A native long has the range of 32 bits, and all of it is written or nothing.
