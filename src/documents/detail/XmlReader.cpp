@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <exception>
@@ -238,7 +237,7 @@ private:
     /// The parser gives equal names by equal pointers.
     LHCParagraph & Append(xmlChar const * name)
     {
-        KnownName & known = moaNames[std::bit_cast<std::uintptr_t>(name) * 0x9E3779B97F4A7C15u >> 56];
+        KnownName & known = moaNames[reinterpret_cast<std::uintptr_t>(name) * 0x9E3779B97F4A7C15u >> 56];
         if (known.stored == name) return Access::Append(*mopAt, *known.name);
         LHCParagraph & child = Access::Append(*mopAt, UnescapedName(View(name), movRoom));
         known = {name, &Access::NameOf(child)};
