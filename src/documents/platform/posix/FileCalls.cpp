@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <limits.h>
 #include <memory>
@@ -63,7 +64,7 @@ std::error_code FileCalls::Look(std::string const & path, FileState & state)
 
 std::error_code FileCalls::Resolve(std::string & path)
 {
-    path = path.c_str();
+    path.resize(std::strlen(path.c_str()));
     for (int links = 0; links < 40; ++links) {
         std::unique_ptr<char, decltype(&std::free)> const whole(::realpath(path.c_str(), nullptr),
                                                                 &std::free);
