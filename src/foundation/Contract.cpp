@@ -25,7 +25,7 @@ std::map<void const *, std::vector<void const *>> & Delegates()
 
 void ReportMisuse(char const * operation, void const * object, char const * misuse) noexcept
 {
-    std::fprintf(stderr, "QRTCL_DataTypes: %s of %p: %s\n", operation, object, misuse);
+    (void)std::fprintf(stderr, "QRTCL_DataTypes: %s of %p: %s\n", operation, object, misuse);
     std::abort();
 }
 

@@ -132,7 +132,7 @@ int LCDateTime::MoveTimeByFields(double seconds, int sign) noexcept
         if (sign > 0 ? moved >= turns[i] : moved < 0) {
             moved -= sign * turns[i];
             // The carry goes into the next part, and on from a part that becomes full.
-            for (int next = i + 1; ++parts[next] == turns[next]; ++next) parts[next] = 0;
+            for (int next = i + 1; ++parts[next] == turns[next] && next < 4; ++next) parts[next] = 0;
         }
         *fields[i] = static_cast<int>(moved);
     }

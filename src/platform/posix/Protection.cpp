@@ -3,7 +3,7 @@
 #include <cxxabi.h>
 
 // What compilers name to say in which library something stands.
-extern "C" __attribute__((visibility("hidden"))) void * __dso_handle;
+extern "C" __attribute__((visibility("hidden"))) void * __dso_handle;  // NOLINT(bugprone-reserved-identifier)
 
 namespace qrtcl::platform {
 
