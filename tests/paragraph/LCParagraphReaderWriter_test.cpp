@@ -17,21 +17,18 @@ struct Bend : LCParagraphReaderWriter {
 
 TEST(ParagraphReaderWriter, StoresInANewChildEachTimeOrInTheParagraphItself)
 {
-    TestTree t;
-    t.findExisting = true;
-    EXPECT_TRUE(Bend(90).WriteToParagraph("bend", t.root) && !Bend(-1).WriteToParagraph("bend", t.root));
-    EXPECT_FALSE(Bend(-45).WriteToParagraph("", t.root));
-    EXPECT_EQ(t.root.Text(), "{bend{angle=90} bend{angle=-1} angle=-45}");
+    TestParagraph t;
+    t.mbvFind = true;
+    EXPECT_TRUE(Bend(90).WriteToParagraph("bend", t) && !Bend(-1).WriteToParagraph("bend", t));
+    EXPECT_FALSE(Bend(-45).WriteToParagraph("", t));
+    EXPECT_EQ(Text(t), "{bend{angle=90} bend{angle=-1} angle=-45}");
 
     Bend bend(1);
-    struct { char const * name; bool read; int angle; } const rows[] = {
-        {"missing", false, 1}, {"bend", true, 90}, {"", false, -45}};
-    for (auto const & [name, read, angle] : rows) {
-        EXPECT_EQ(bend.ReadFromParagraph(name, t.root), read) << name;
-        EXPECT_EQ(bend.mivAngle, angle) << name;
-    }
-    t.root.mbvRefuse = true;
-    EXPECT_FALSE(Bend(90).WriteToParagraph("bend", t.root));
+    EXPECT_TRUE(!bend.ReadFromParagraph("missing", t) && bend.mivAngle == 1);
+    EXPECT_TRUE(bend.ReadFromParagraph("bend", t) && bend.mivAngle == 90);
+    EXPECT_TRUE(!bend.ReadFromParagraph("", t) && bend.mivAngle == -45);
+    t.mbvDeny = true;
+    EXPECT_FALSE(Bend(90).WriteToParagraph("bend", t));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "collections/LCNumberLists.h"
 #include "collections/LCStringList.h"
 #include "colour/LCColor.h"
-#include "documents/LHCParagraph.h"
 #include "identity/LCGUID.h"
 #include "input/LCBarCode.h"
 #include "paragraph/TestParagraph.h"
@@ -19,15 +18,14 @@ static_assert(civPT_Node == 0 && civPT_Text == 1 && civPT_Comment == 2 && civPT_
 #define BOOL(call) (requires(P p, bool flag) { p.call; } && !requires(P p, char const * flag) { p.call; })
 template <typename P>
 constexpr bool onlyABoolIsAFlag =
-    BOOL(SetValueAsString("v", flag)) && BOOL(SetValueAsBool(flag)) && BOOL(GetValueAsBool(flag)) &&
-    BOOL(SetAttributeAsBool("a", flag)) && BOOL(GetAttributeAsBool("a", flag)) && BOOL(SetParameterAsBool("p", flag)) &&
-    BOOL(GetParameterAsBool("p", flag)) && BOOL(GetParameterAttributeAsBool("p", "a", flag)) &&
+    BOOL(SetValueAsString("v", flag)) && BOOL(SetValueAsBool(flag)) && BOOL(SetAttributeAsBool("a", flag)) &&
+    BOOL(GetValueAsBool(flag)) && BOOL(GetAttributeAsBool("a", flag)) && BOOL(SetParameterAsBool("p", flag)) &&
+    BOOL(GetParameterAsBool("p", flag)) && BOOL(GetParagraphsWithName("p", std::declval<LCParagraphList &>(), flag)) &&
     BOOL(SetParameterAsString("p", "v", flag)) && BOOL(GetParameterAsString("p", "v", flag)) &&
-    BOOL(GetParagraphsWithName("p", std::declval<LCParagraphList &>(), flag)) &&
-    BOOL(GetParagraphWithNameAndAttributeAsBool("p", "a", flag));
+    BOOL(GetParameterAttributeAsBool("p", "a", flag)) && BOOL(GetParagraphWithNameAndAttributeAsBool("p", "a", flag));
 static_assert(onlyABoolIsAFlag<LCParagraph &> && onlyABoolIsAFlag<LHCParagraph &>);
 
-// Writes the parameter "p", compares what is stored and reads it back. One that is missing is `def`, or an empty list.
+// Writes the parameter "p", compares what is stored and reads it back. What is missing is `def`, or an empty list.
 #define EXPECT_STORED(kind, ...)                                                                                 \
     ExpectStored([](auto & p, auto const &... v) { return p.SetParameterAs##kind("p", v...); },                  \
                  [](auto & p, char const * name, auto & d) { return p.GetParameterAs##kind(name, d); }, __VA_ARGS__)
@@ -35,14 +33,14 @@ template <typename Value>
 void ExpectStored(auto set, auto get, LCString const & stored, std::type_identity_t<Value> const & def,
                   Value const & value, auto... digits)
 {
-    TestTree t;
-    EXPECT_TRUE(set(t.root, value, digits...));
-    EXPECT_EQ(t.root.Text(), "{p" + stored + "}");
+    TestParagraph t;
+    EXPECT_TRUE(set(t, value, digits...));
+    EXPECT_EQ(Text(t), "{p" + stored + "}");
     for (bool const there : {true, false}) {
         Value read = def;
-        constexpr bool filled = std::is_void_v<decltype(get(t.root, "p", read))>;
-        if constexpr (filled) get(t.root, there ? "p" : "missing", read);
-        if constexpr (!filled) read = get(t.root, there ? "p" : "missing", def);
+        constexpr bool filled = std::is_void_v<decltype(get(t, "p", read))>;
+        if constexpr (filled) get(t, there ? "p" : "missing", read);
+        if constexpr (!filled) read = get(t, there ? "p" : "missing", def);
         EXPECT_EQ(read, there ? value : filled ? Value() : def) << stored.str();
     }
 }
@@ -67,27 +65,25 @@ TEST(Paragraph, ValuesOfSeveralPartsHaveOneStoredForm)
 }
 
 // The attributes of a paragraph, of a parameter, and the look-up by them share the text of the value.
-#define EXPECT_ATTRIBUTE(kind, stored, def, value, ...)                                                          \
+#define EXPECT_TEXT(kind, stored, def, value, ...)                                                               \
     {                                                                                                            \
-        TestTree t;                                                                                              \
-        TestParagraph & child = *t.root.CreateParagraph("p");                                                    \
+        EXPECT_STORED(kind, "=" stored, def, value __VA_OPT__(, ) __VA_ARGS__);                                  \
+        TestParagraph t;                                                                                         \
+        LCParagraph & child = *t.CreateParagraph("p");                                                           \
         EXPECT_TRUE(child.SetAttributeAs##kind("a", value __VA_OPT__(, ) __VA_ARGS__));                          \
-        EXPECT_EQ(child.Text(), "p{@a=" stored "}");                                                             \
-        EXPECT_EQ(t.root.GetParameterAttributeAs##kind("p", "a", def), value);                                   \
-        EXPECT_EQ(t.root.GetParameterAttributeAs##kind("p", "b", def), def);                                     \
-        EXPECT_EQ(t.root.GetParameterAttributeAs##kind("missing", "a", def), def);                               \
-        EXPECT_EQ(t.root.GetParagraphWithNameAndAttributeAs##kind("p", "a", value), &child);                     \
-        EXPECT_EQ(t.root.GetParagraphWithNameAndAttributeAs##kind("p", "a", def), nullptr);                      \
-        child.mbvRefuse = true;                                                                                  \
-        EXPECT_FALSE(child.SetAttributeAs##kind("a", value __VA_OPT__(, ) __VA_ARGS__));                         \
+        EXPECT_EQ(Text(t), "{p{@a=" stored "}}");                                                                \
+        EXPECT_EQ(t.GetParameterAttributeAs##kind("p", "a", def), value);                                        \
+        EXPECT_EQ(t.GetParameterAttributeAs##kind("p", "b", def), def);                                          \
+        EXPECT_EQ(t.GetParameterAttributeAs##kind("missing", "a", def), def);                                    \
+        EXPECT_EQ(t.GetParagraphWithNameAndAttributeAs##kind("p", "a", value), &child);                          \
+        EXPECT_EQ(t.GetParagraphWithNameAndAttributeAs##kind("p", "a", def), nullptr);                           \
+        t.mbvDeny = true;                                                                                      \
+        EXPECT_FALSE(t.SetAttributeAs##kind("a", value __VA_OPT__(, ) __VA_ARGS__));                             \
+        EXPECT_FALSE(t.SetValueAs##kind(value __VA_OPT__(, ) __VA_ARGS__));                                      \
     }
-#define EXPECT_TEXT(kind, stored, ...)                                                                           \
-    EXPECT_STORED(kind, "=" stored, __VA_ARGS__);                                                                \
-    EXPECT_ATTRIBUTE(kind, stored, __VA_ARGS__)
 
-TEST(Paragraph, ValuesAndAttributesHaveOneStoredText)
+TEST(Paragraph, ValuesAndAttributesHaveOneStoredTextAndHandOnTheResult)
 {
-    EXPECT_ATTRIBUTE(String, "x", LCString("d"), LCString("x"));
     EXPECT_TEXT(GUID, "ab-1", LCGUID("d"), LCGUID("{ab-1}"));
     EXPECT_TEXT(Integer, "-5", 7, -5);
     EXPECT_TEXT(Long, "-2147483648", 7, -2147483647 - 1);
@@ -97,31 +93,34 @@ TEST(Paragraph, ValuesAndAttributesHaveOneStoredText)
 
     // Other decimals than those of the look-up are another text.
     EXPECT_STORED(Double, "=100.000", 7.0, 100.0, 3);
-    TestTree t;
-    t.root.CreateParagraph("p")->SetAttributeAsDouble("a", 1.5, 3);
-    EXPECT_EQ(t.root.Text(), "{p{@a=1.500}}");
-    EXPECT_EQ(t.root.GetParagraphWithNameAndAttributeAsDouble("p", "a", 1.5), nullptr);
+    TestParagraph t;
+    t.CreateParagraph("p")->SetAttributeAsDouble("a", 1.5, 3);
+    EXPECT_EQ(t.GetParameterAttributeAsString("p", "a", "d"), "1.500");
+    EXPECT_EQ(t.GetParameterAttributeAsString("missing", "a", "d"), "d");
+    EXPECT_EQ(t.GetParagraphWithNameAndAttributeAsDouble("p", "a", 1.5), nullptr);
+    // Only texts tell that they were denied.
+    t.mbvDeny = true;
+    EXPECT_TRUE(t.SetValueAsTimeSpan(LCTimeSpan(1)) && t.SetValueAsStringList(LCStringList()));
+    EXPECT_TRUE(t.SetValueAsTBGRColorValue(LCColor()) && t.SetValueAsTRGBColorValue(LCColor()));
 }
 
 TEST(Paragraph, TheDefaultAnswersOnlyWhatIsNotStored)
 {
-    TestTree t;
-    TestParagraph & empty = *t.root.CreateParagraph("empty");
-    TestParagraph & word = *t.root.CreateParagraph("word");
-    word.SetValueAsString("false", true);
-    auto const scalars = [](TestParagraph & p) {
+    TestParagraph t;
+    LCParagraph & empty = *t.CreateParagraph("empty");
+    t.SetParameterAsString("word", "false", true);
+    auto const scalars = [](LCParagraph & p) {
         return std::tuple(p.GetValueAsInteger(7), p.GetValueAsLong(7), p.GetValueAsDouble(7), p.GetValueAsBool(false),
                           p.GetValueAsTimeSpan(LCTimeSpan(7)).AsSeconds());
     };
     EXPECT_EQ(scalars(empty), std::tuple(7, 7, 7.0, false, 7.0));
-    EXPECT_EQ(scalars(word), std::tuple(0, 0, 0.0, true, 0.0));
+    EXPECT_EQ(scalars(*t.GetParagraph("word")), std::tuple(0, 0, 0.0, true, 0.0));
     EXPECT_EQ(empty.GetValueAsGUID(LCGUID("d")), LCGUID("d"));
     EXPECT_EQ(empty.GetValueAsBarCode(LCBarCode("d", "d")), LCBarCode());
     EXPECT_EQ(empty.GetValueAsColor(LCColor()), LCColor(0, 0, 0));
     // A default goes through the stored text, unless there is nothing to ask for it.
-    EXPECT_EQ(t.root.GetParameterAsDouble("missing", 1e-15), 1e-15);
-    EXPECT_EQ(t.root.GetParameterAsDouble("empty", 1e-15), 0.0);
-    EXPECT_EQ(empty.GetAttributeAsDouble("missing", 1e-15), 0.0);
+    EXPECT_EQ(t.GetParameterAsDouble("missing", 1e-15), 1e-15);
+    EXPECT_TRUE(t.GetParameterAsDouble("empty", 1e-15) == 0.0 && empty.GetAttributeAsDouble("missing", 1e-15) == 0.0);
 
     empty.SetAttributeAsString("text", "");
     EXPECT_EQ(empty.GetAttributeAsInteger("text", 7), 0);
@@ -131,64 +130,52 @@ TEST(Paragraph, TheDefaultAnswersOnlyWhatIsNotStored)
 
 TEST(Paragraph, TextParametersAreChildrenAndTheReadersFlagAsksForAnAttribute)
 {
-    TestTree t;
-    t.root.SetAttributeAsString("q", "attribute");
-    for (char const * const name : {"p", "q"}) {
-        EXPECT_TRUE(t.root.SetParameterAsString(name, "text", *name == 'p'));
-        EXPECT_EQ(t.root.GetParagraph(name)->mbvFlag, *name == 'p');
-        EXPECT_EQ(t.root.GetParameterAsString(name, "d", false), "text");
-        EXPECT_EQ(t.root.GetParameterAsString(name, "d", true), *name == 'p' ? "d" : "attribute");
+    TestParagraph t;
+    t.SetAttributeAsString("p", "attribute");
+    t.mbvFind = true;
+    for (bool const flag : {true, false}) {
+        EXPECT_TRUE(t.SetParameterAsString("self", "text", flag) && t.SetParameterAsString("p", "text", flag));
+        EXPECT_EQ(t.mbvFlag, flag);
+        EXPECT_EQ(t.GetParameterAsString("self", "d", flag), flag ? "d" : "text");
+        EXPECT_EQ(t.GetParameterAsString("p", "d", flag), flag ? "attribute" : "text");
     }
-    t.root.GetParagraph("q")->SetValueAsInteger(5);
-    EXPECT_TRUE(t.root.GetParagraph("q")->mbvFlag);
+    EXPECT_TRUE(t.SetValueAsInteger(5) && t.mbvFlag);
 }
 
 TEST(Paragraph, NullableDoublesAreStoredByTheirAbsence)
 {
-    TestTree t;
+    TestParagraph t;
     double value = 1.25;
-    EXPECT_EQ(t.root.GetParameterAsNullableDouble("p"), nullptr);
-    EXPECT_TRUE(t.root.SetParameterAsNullableDouble("p", &value, 3) &&
-                t.root.SetParameterAsNullableDouble("p", nullptr, -1));
-    std::unique_ptr<double> const read(t.root.GetParameterAsNullableDouble("p"));
-    EXPECT_TRUE(t.root.Text() == "{p=1.250}" && read && *read == 1.25);
+    EXPECT_EQ(t.GetParameterAsNullableDouble("p"), nullptr);
+    EXPECT_TRUE(t.SetParameterAsNullableDouble("p", &value, 3) && t.SetParameterAsNullableDouble("p", nullptr, -1));
+    std::unique_ptr<double> const read(t.GetParameterAsNullableDouble("p"));
+    EXPECT_TRUE(Text(t) == "{p=1.250}" && read && *read == 1.25);
     for (auto const * text : {"", "abc"}) {
-        t.root.GetParagraph("p")->SetValueAsString(text, true);
-        EXPECT_EQ(t.root.GetParameterAsNullableDouble("p"), nullptr) << text;
+        t.GetParagraph("p")->SetValueAsString(text, true);
+        EXPECT_EQ(t.GetParameterAsNullableDouble("p"), nullptr) << text;
     }
-}
-
-TEST(Paragraph, ScalarsHandOnTheResultAndTheRestIsTrue)
-{
-    TestTree t;
-    t.root.mbvRefuse = true;
-    EXPECT_FALSE(t.root.SetValueAsInteger(1) || t.root.SetValueAsLong(1) || t.root.SetValueAsDouble(1, -1));
-    EXPECT_FALSE(t.root.SetValueAsBool(true) || t.root.SetValueAsGUID(LCGUID("a")));
-    EXPECT_TRUE(t.root.SetValueAsTimeSpan(LCTimeSpan(1)) && t.root.SetValueAsStringList(LCStringList()));
-    EXPECT_TRUE(t.root.SetValueAsTBGRColorValue(LCColor()) && t.root.SetValueAsTRGBColorValue(LCColor()));
 }
 
 TEST(Paragraph, DatesAndColoursReadWhatThereIsOfThem)
 {
     // A missing field of a date is the default's, a missing zone the machine's.
     LCDateTime const def(2001, 2, 3, 4, 5, 6, 7, 600);
-    TestTree t;
-    t.root.SetParameterAsInteger("year", 2024);
-    t.root.SetParameterAsString("month", "letters", true);
+    TestParagraph t;
+    t.SetParameterAsInteger("year", 2024);
+    t.SetParameterAsString("month", "letters", true);
     LCDateTime const expected(2024, 0, 3, 4, 5, 6, 7);
-    EXPECT_EQ(t.root.GetValueAsDateTime(def), expected);
-    EXPECT_EQ(t.root.GetValueAsDateTime(def).GetTimeZoneBias(), expected.GetTimeZoneBias());
-    t.root.CreateParagraph("TZ");
-    EXPECT_EQ(t.root.GetValueAsDateTime(def).GetTimeZoneBias(), 0);
+    EXPECT_EQ(t.GetValueAsDateTime(def), expected);
+    EXPECT_EQ(t.GetValueAsDateTime(def).GetTimeZoneBias(), expected.GetTimeZoneBias());
+    t.CreateParagraph("TZ");
+    EXPECT_EQ(t.GetValueAsDateTime(def).GetTimeZoneBias(), 0);
 
     // Without fields, or with -1 for red, the value is read in the TBGR form.
-    t.root.SetValueAsTBGRColorValue(LCColor(1, 2, 3, 128));
-    EXPECT_EQ(t.root.GetValueAsColor(LCColor()), LCColor(1, 2, 3, 255));
-    t.root.SetValueAsTRGBColorValue(LCColor(1, 2, 3, 128));
-    t.root.SetParameterAsInteger("R", -1);
-    EXPECT_EQ(t.root.GetValueAsColor(LCColor()), LCColor(3, 2, 1, 255));
-    t.root.GetParagraph("R")->SetValueAsString("letters", true);
-    EXPECT_EQ(t.root.GetValueAsColor(LCColor()), LCColor(0, 0, 0, 0, 255));
+    t.SetValueAsTBGRColorValue(LCColor(1, 2, 3, 128));
+    EXPECT_EQ(t.GetValueAsColor(LCColor()), LCColor(1, 2, 3, 255));
+    t.SetParameterAsInteger("R", -1);
+    EXPECT_EQ(t.GetValueAsColor(LCColor()), LCColor(1, 2, 3, 255));
+    t.GetParagraph("R")->SetValueAsString("letters", true);
+    EXPECT_EQ(t.GetValueAsColor(LCColor()), LCColor(0, 0, 0, 0, 255));
 }
 
 TEST(Paragraph, MarkedLinesReadAsListVectorAndText)
@@ -197,61 +184,46 @@ TEST(Paragraph, MarkedLinesReadAsListVectorAndText)
         {true, "a\n\n", 2, "a\n"}, {true, "\n", 1, ""}, {true, "\r\na\r\n", 2, "\r\na\r"}, {true, "", 1, ""},
         {false, "a\nb", 1, "a\nb"}, {false, "", 1, ""}};
     for (auto const & row : rows) {
-        TestTree t;
-        t.root.SetAttributeAsString("Type", "ml");  // not the mark
-        row.marked ? t.root.SetValueAsMultiLineString(row.text) : t.root.SetValueAsString(row.text, true);
+        TestParagraph t;
+        t.SetAttributeAsString("Type", "ml");  // not the mark
+        row.marked ? t.SetValueAsMultiLineString(row.text) : t.SetValueAsString(row.text, true);
         LCStringList list;
-        LCStringVector vector;
-        t.root.GetValueAsStringList(list);
-        t.root.GetValueAsStringVector(vector);
-        EXPECT_EQ(std::tuple(list.size(), vector.size(), list.Str('\n'), vector.Str('\n')),
-                  std::tuple(row.size, row.size, row.joined, row.joined)) << t.root.Text().str();
-        EXPECT_EQ(t.root.GetValueAsMultiLineString("d"), row.joined);
+        LCStringVector lines;
+        t.GetValueAsStringList(list);
+        t.GetValueAsStringVector(lines);
+        EXPECT_EQ(std::tuple(list.size(), lines.size(), list.Str('\n'), lines.Str('\n'), t.GetValueAsMultiLineString("d")),
+                  std::tuple(row.size, row.size, row.joined, row.joined, row.joined)) << Text(t).str();
     }
 }
 
 TEST(Paragraph, ListsAreFilledFromTheirItemsOnly)
 {
-    TestTree t;
+    TestParagraph t;
     LCIntVector list;
-    for (auto const * name : {"other", "ITEM"}) t.root.SetParameterAsString(name, "letters", true);
-    t.root.SetValueAsIntVector(LCIntVector(1, 5));
-    t.root.GetValueAsIntVector(list);
-    EXPECT_TRUE(list == Make<LCIntVector>({0, 5}) && t.root.mbvFlag);
+    for (auto const * name : {"other", "ITEM"}) t.SetParameterAsString(name, "letters", true);
+    t.SetValueAsIntVector(LCIntVector(1, 5));
+    t.GetValueAsIntVector(list);
+    EXPECT_TRUE(list == Make<LCIntVector>({0, 5}) && t.mbvFlag);
 
     // The list may hold the name that it is read by.
     LCStringVector vector(1, "a name that is no short text");
-    t.root.SetParameterAsString(vector[0], "value", true);
-    t.root.GetParameterAsStringVector(vector[0], vector);
+    t.SetParameterAsString(vector[0], "value", true);
+    t.GetParameterAsStringVector(vector[0], vector);
     EXPECT_EQ(vector.Str(','), "value");
 }
 
 // It reaches every paragraph: named fields are overwritten then, and items of lists always appended.
 TEST(Paragraph, TheSwitchSaysWhetherAWriteFindsOrAppends)
 {
-    TestTree t;
+    TestParagraph t;
     for (int const value : {1, 2, 3, 4}) {
-        t.findExisting = value > 2;
-        t.root.SetParameterAsInteger("p", value);
-        if (!t.findExisting) continue;
-        t.root.SetParameterAsBarCode("code", LCBarCode("QR", LCString(value)));
-        t.root.SetParameterAsIntVector("list", LCIntVector(1, value));
+        t.mbvFind = value > 2;
+        t.SetParameterAsInteger("p", value);
+        if (!t.mbvFind) continue;
+        t.SetParameterAsBarCode("code", LCBarCode("QR", LCString(value)));
+        t.SetParameterAsIntVector("list", LCIntVector(1, value));
     }
-    EXPECT_EQ(t.root.Text(), "{p=4 p=2 code{Type=QR Value=4} list{ITEM=3 ITEM=4}}");
-}
-
-TEST(Paragraph, CopyAppendsChildrenOverwritesTheValueAndKeepsOtherAttributes)
-{
-    TestTree from, to;
-    from.findExisting = to.findExisting = true;
-    for (int const value : {1, 2}) from.root.CreateParagraph("p")->SetParameterAsInteger("x", value);
-    from.root.GetParagraph("p")->SetAttributeAsString("a", "1");
-    from.root.SetAttributeAsString("both", "new");
-    to.root.SetValueAsString("old", true);
-    to.root.SetParameterAsString("p", "old", true);
-    for (char const * name : {"both", "own"}) to.root.SetAttributeAsString(name, "old");
-    from.root.CopyToParagraph(to.root);
-    EXPECT_EQ(to.root.Text(), "={@both=new @own=old p=old p={@a=1 x=1} p={x=2}}");
+    EXPECT_EQ(Text(t), "{p=4 p=2 code{Type=QR Value=4} list{ITEM=3 ITEM=4}}");
 }
 
 TEST(Paragraph, CleanEndTakesLineEndsAndBlanksOnly)
