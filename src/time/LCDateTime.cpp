@@ -97,6 +97,14 @@ void LCDateTime::ClearTime() noexcept
     mivMSec = 0;
 }
 
+bool LCDateTime::DateIsPlain() const noexcept
+{
+    return static_cast<unsigned int>(mivMonth) - 1 < 12 && static_cast<unsigned int>(mivDay) - 1 < 31;
+}
+
+/// A count that grows with plain dates, as if each month had 31 days.
+long long LCDateTime::PlainDay() const noexcept { return mivYear * 372LL + mivMonth * 31 + mivDay; }
+
 bool LCDateTime::TimeIsInRange() const noexcept
 {
     auto const below = [](int field, unsigned int limit) { return static_cast<unsigned int>(field) < limit; };
@@ -258,8 +266,14 @@ std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
     if (other.mivTimeZoneBias == mivTimeZoneBias) {
         return CompareFields(other, other.mivDay, other.mivHour, other.mivMin);
     }
+    long long const shift = static_cast<long long>(mivTimeZoneBias) - other.mivTimeZoneBias;
+    if (DateIsPlain() && other.DateIsPlain() && other.TimeIsInRange() && shift >= -2880 && shift <= 2880) {
+        // Two days and a time of day move a date by at most 3 days, 6 by this count.
+        long long const apart = PlainDay() - other.PlainDay();
+        if (apart < -6 || apart > 6) return apart <=> 0;
+    }
     // What the zone changes is mostly the time of day, and the day within its month.
-    long long const min = other.mivHour * 60LL + other.mivMin + mivTimeZoneBias - other.mivTimeZoneBias;
+    long long const min = other.mivHour * 60LL + other.mivMin + shift;
     int const days = (min >= 1440) - (min < 0);
     long long const day = other.mivDay + days;
     long long const minOfDay = min - 1440 * days;

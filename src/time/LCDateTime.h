@@ -154,6 +154,8 @@ private:
     void CarryDayForward(long long day) noexcept;
     void CarryDayBack(long long day) noexcept;
     void SetDate(long long year, long long month, long long day) noexcept;
+    bool DateIsPlain() const noexcept;
+    long long PlainDay() const noexcept;
     long long SecondsOfCalendar() const noexcept;
     std::weak_ordering Compare(LCDateTime const & other) const noexcept;
     std::weak_ordering CompareFields(LCDateTime const & other, int day, int hour, int min) const noexcept;
