@@ -227,4 +227,15 @@ TEST(String, ReplacesWithoutSearchingWhatItPutIn)
     EXPECT_EQ(LCString::QuotedStr("it's"), "'it's'");
 }
 
+TEST(String, ComparesSearchesAndFormatsNumbersWithoutAnAllocation)
+{
+    LCString const text(std::string(1000, 'x') + "Needle"), other = text.UpperCase(), size("-1234.567");
+    bool good = false;
+    EXPECT_EQ(AllocationsOf([&] {
+        good = text.EqCI(other) && other < text && text.FindCI("NEEDLE") == 1000 && text.FindCI("y") == LCString::npos;
+        good = good && LCString(size.AsDouble(), -1, true) == size && LCString(1234567890).AsInt() == 1234567890;
+    }), 0u);
+    EXPECT_TRUE(good);
+}
+
 }  // namespace
