@@ -7,36 +7,35 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/LCString.h"
 
 /// The bytes of one run. What is beyond the end is zero or empty.
-class Input {
-public:
-    explicit Input(std::string_view bytes) : movRest(bytes) {}
-
+struct Input {
     /// A number, by its bytes.
     template <typename Number> Number Take()
     {
         Number number{};
-        std::string_view const bytes = movRest.substr(0, sizeof number);
-        std::memcpy(&number, bytes.data(), bytes.size());
-        movRest.remove_prefix(bytes.size());
+        std::size_t const size = std::min(sizeof number, rest.size());
+        std::memcpy(&number, rest.data(), size);
+        rest.remove_prefix(size);
         return number;
     }
     /// Up to the next line feed, which is left out.
     std::string TakeLine()
     {
-        std::string const line(movRest.substr(0, movRest.find('\n')));
-        movRest.remove_prefix(std::min(line.size() + 1, movRest.size()));
+        std::string const line(rest.substr(0, rest.find('\n')));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         return line;
     }
-    std::string Rest() const { return std::string(movRest); }
+    std::string Rest() const { return std::string(rest); }
 
-private:
-    std::string_view movRest;
+    std::string_view rest;
 };
 
 /// Ends the run with a finding if the two differ.
@@ -53,6 +52,6 @@ void Fuzz(Input input);
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
-    Fuzz(Input({reinterpret_cast<char const *>(data), size}));
+    Fuzz(Input{{reinterpret_cast<char const *>(data), size}});
     return 0;
 }

@@ -1,35 +1,26 @@
 // Format strings of dates and spans, against a table of their runs.
-#include <map>
-
 #include "Fuzz.h"
 #include "time/LCDateTime.h"
 #include "time/LCTimeSpan.h"
 
-namespace {
-
-using Runs = std::map<std::string, std::string>;
-
-std::string Field(int value, std::size_t width)
+static std::string Field(int value, std::size_t width)
 {
     std::string const digits = std::to_string(value);
     return std::string(width > digits.size() ? width - digits.size() : 0, '0') + digits;
 }
 
-std::string Format(std::string const & format, std::string const & letters, Runs const & runs)
+static std::string Format(std::string format, std::string letters, std::map<std::string, std::string> runs)
 {
     std::string text;
     for (std::size_t i = 0; i < format.size();) {
         std::size_t const end = std::min(format.find_first_not_of(format[i], i), format.size());
         bool const token = letters.find(format[i]) != std::string::npos;
         std::string const run = format.substr(i, token ? end - i : 1);
-        auto const known = runs.find(run);
-        text += !token ? run : known != runs.end() ? known->second : "";
+        text += token ? runs[run] : run;
         i += run.size();
     }
     return text;
 }
-
-}  // namespace
 
 void Fuzz(Input input)
 {
@@ -40,8 +31,7 @@ void Fuzz(Input input)
     std::string const format = input.Rest();
 
     int const bias = LCDateTime::GetCurrentTimeZoneBias();
-    std::string const zone =
-        std::string(bias < 0 ? "-" : "+") + Field(std::abs(bias) / 60, 2) + ":" + Field(std::abs(bias) % 60, 2);
+    auto const zone = (bias < 0 ? '-' : '+') + Field(std::abs(bias) / 60, 2) + ":" + Field(std::abs(bias) % 60, 2);
     LCDateTime const date(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
     RequireEqual("date", date.StrFormat(LCString(format)).str(), Format(format, "YMDHhmSstZ", {
         {"YYYY", Field(v[0], 4)}, {"YY", Field(v[0] % 100, 2)}, {"MM", Field(v[1], 2)}, {"DD", Field(v[2], 2)},

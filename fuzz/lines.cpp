@@ -1,16 +1,12 @@
 // Splitting, joining and sorting texts, against the slowest way.
-#include <vector>
-
 #include "Fuzz.h"
 #include "collections/LCNumberLists.h"
 #include "collections/LCStringList.h"
 #include "collections/LCStringVector.h"
 
-namespace {
-
 using Lines = std::vector<std::string>;
 
-Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
+static Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
 {
     if (text.empty()) return {""};
     Lines lines;
@@ -24,17 +20,14 @@ Lines Split(std::string const & text, char sep1, char sep2, bool keepEmpty)
     return lines;
 }
 
-void RequireLines(char const * what, auto const & got, auto const & expected)
+static void RequireLines(char const * what, auto const & got, auto const & expected)
 {
     RequireEqual(what, std::equal(got.begin(), got.end(), expected.begin(), expected.end()), true);
 }
 
-}  // namespace
-
 void Fuzz(Input input)
 {
-    char const sep1 = input.Take<char>();
-    char const sep2 = input.Take<char>();
+    char const sep1 = input.Take<char>(), sep2 = input.Take<char>();
     bool const keepEmpty = input.Take<char>() % 2 != 0;
     std::string const text = input.Rest();
 
@@ -46,24 +39,17 @@ void Fuzz(Input input)
     LCStringVector vector;
     vector.DivideTextInLines(LCString(text), sep1);
     RequireLines("vector", vector, Split(text, sep1, sep1, true));
-    if (sep1 != '\0' && !text.empty()) {
-        LCString const again = vector.Str(sep1);
-        RequireEqual("join", text.ends_with(sep1) ? again.str() + sep1 : again.str(), text);
-    }
+    std::string const end(text.ends_with(sep1) ? 1 : 0, sep1);
+    RequireEqual("join", sep1 == '\0' ? text : vector.Str(sep1).str() + end, text);
 
     Lines sorted = Split(text, sep1, sep2, true);
-    std::stable_sort(sorted.begin(), sorted.end(), [](std::string const & a, std::string const & b) {
-        return LCString(a).UpperCase() < LCString(b).UpperCase();
-    });
+    std::ranges::stable_sort(sorted, {}, [](std::string const & line) { return LCString(line).UpperCase(); });
     list.SortCI();
     RequireLines("sorted", list, sorted);
-    LCString::LCCompareCI const less;
+    LCStringVector const unsorted = vector;
     vector.SortCI();
-    RequireEqual("sorted vector", std::is_sorted(vector.begin(), vector.end(), less), true);
-    Lines elements = Split(text, sep1, sep1, true);
-    std::sort(elements.begin(), elements.end());
-    std::sort(vector.begin(), vector.end());
-    RequireLines("elements of the sorted vector", vector, elements);
+    RequireEqual("sorted vector", std::ranges::is_sorted(vector, LCString::LCCompareCI()), true);
+    RequireEqual("elements of the sorted vector", std::ranges::is_permutation(vector, unsorted), true);
     LCDoubleVector numbers;
     std::vector<double> expected;
     bool all = !text.empty();

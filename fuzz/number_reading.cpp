@@ -1,11 +1,7 @@
 // Numbers out of text, against the standard streams: the result, and what is left in the target.
-#include <sstream>
-
 #include "Fuzz.h"
 
-namespace {
-
-template <typename Number> void Compare(char const * what, std::string const & text, bool hex, auto read)
+template <typename Number> static void Compare(char const * what, std::string const & text, bool hex, auto read)
 {
     Number expected = 77;
     std::istringstream in(text);
@@ -15,8 +11,6 @@ template <typename Number> void Compare(char const * what, std::string const & t
     RequireEqual(what, read(got), good);
     RequireEqual(what, std::memcmp(&got, &expected, sizeof got), 0);
 }
-
-}  // namespace
 
 void Fuzz(Input input)
 {

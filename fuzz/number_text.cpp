@@ -1,12 +1,9 @@
 // Numbers as text, against the standard streams.
 #include <iomanip>
-#include <sstream>
 
 #include "Fuzz.h"
 
-namespace {
-
-template <typename Number> std::string Stream(Number v, int precision, int width, char fill, bool hex)
+template <typename Number> static std::string Stream(Number v, int precision, int width, char fill, bool hex)
 {
     std::ostringstream out;
     out.imbue(std::locale::classic());
@@ -15,14 +12,10 @@ template <typename Number> std::string Stream(Number v, int precision, int width
     return out.str();
 }
 
-}  // namespace
-
 void Fuzz(Input input)
 {
     double const v = input.Take<double>();
-    int const i = input.Take<int>();
-    int const precision = input.Take<signed char>() % 60;
-    int const width = input.Take<signed char>();
+    int const i = input.Take<int>(), precision = input.Take<signed char>() % 60, width = input.Take<signed char>();
     char const fill = input.Take<char>();
     bool const hex = input.Take<char>() % 2 != 0;
 

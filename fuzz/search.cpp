@@ -1,12 +1,8 @@
 // Search, replace and wildcards, against the slowest way. Three lines: a text, what to look for, what to put
 // in.
-#include <vector>
-
 #include "Fuzz.h"
 
-namespace {
-
-std::string Fold(std::string text, bool ignoreCase, bool slashes)
+static std::string Fold(std::string text, bool ignoreCase, bool slashes)
 {
     for (char & c : text) {
         if (ignoreCase && c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
@@ -15,10 +11,9 @@ std::string Fold(std::string text, bool ignoreCase, bool slashes)
     return text;
 }
 
-std::string Replace(std::string const & text, std::string const & from, std::string const & to, bool ignoreCase)
+static std::string Replace(std::string const & text, std::string const & from, std::string const & to, bool ci)
 {
-    std::string const folded = Fold(text, ignoreCase, false);
-    std::string const sought = Fold(from, ignoreCase, false);
+    std::string const folded = Fold(text, ci, false), sought = Fold(from, ci, false);
     std::string result;
     for (std::size_t i = 0; i < text.size();) {
         bool const here = !from.empty() && folded.compare(i, sought.size(), sought) == 0;
@@ -29,7 +24,7 @@ std::string Replace(std::string const & text, std::string const & from, std::str
 }
 
 /// By table: whether the first `s` bytes match the first `p` of the pattern.
-bool Matches(std::string const & subject, std::string const & pattern)
+static bool Matches(std::string const & subject, std::string const & pattern)
 {
     std::vector<bool> row(subject.size() + 1);
     row[0] = true;
@@ -43,14 +38,11 @@ bool Matches(std::string const & subject, std::string const & pattern)
     return row.back();
 }
 
-}  // namespace
-
 void Fuzz(Input input)
 {
     LCUInt64 const pos = input.Take<unsigned char>();
     std::string const text = input.TakeLine(), sought = input.TakeLine(), to = input.Rest();
-    LCString s(text);
-    LCString const pattern(sought), with(to);
+    LCString s(text), pattern(sought), with(to);
 
     std::size_t const place = Fold(text, true, false).find(Fold(sought, true, false), pos);
     RequireEqual("FindCI", s.FindCI(pattern, pos), place == text.size() ? LCString::npos : place);

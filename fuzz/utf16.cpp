@@ -1,17 +1,9 @@
-// Texts as UTF-16, against a plain decoder of UTF-8 in which a broken byte stands for itself; and as files.
-#include <fstream>
-#include <iterator>
-#include <langinfo.h>
-#include <sys/mman.h>
-
+// Texts as UTF-16, against a plain decoder of UTF-8 in which a broken byte stands for itself.
 #include "Fuzz.h"
 #include "platform/CharacterSet.h"
-#include "streams/LCUnicodeExport.h"
-
-namespace {
 
 /// The length of the well-formed sequence at the front, and its character; 1 and the byte if there is none.
-std::size_t Decode(std::string_view text, unsigned & character)
+static std::size_t Decode(std::string_view text, unsigned & character)
 {
     unsigned const lead = static_cast<unsigned char>(text[0]);
     character = lead;
@@ -28,8 +20,6 @@ std::size_t Decode(std::string_view text, unsigned & character)
     return size;
 }
 
-}  // namespace
-
 void Fuzz(Input input)
 {
     std::string const text = input.Rest();
@@ -42,22 +32,4 @@ void Fuzz(Input input)
         add(character > 0xFFFF ? 0xDC00 + (character & 0x3FF) : character);
     }
     RequireEqual("UTF-8", qrtcl::platform::ToUtf16(text, "UTF-8"), units);
-
-    auto const byNumber = [&](std::string const & bytes) {
-        units.clear();
-        for (char const c : bytes) add(static_cast<unsigned char>(c));
-        return units;
-    };
-    RequireEqual("ASCII", qrtcl::platform::ToUtf16(text, "ANSI_X3.4-1968"), byNumber(text));
-    static std::string const path = "/proc/self/fd/" + std::to_string(::memfd_create("file", 0));
-    auto const written = [](bool (*save)(char const *, char const *) noexcept, std::string const & content) {
-        RequireEqual("saved", save(content.c_str(), path.c_str()), true);
-        std::ifstream in(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    };
-    std::string const head = "[oledb]\r\n; Everything after this line is an OLE DB initstring\r\n";
-    RequireEqual("data link", written(LCUnicodeExport::SaveConnStrUDLFile, text),
-                 "\xFF\xFE" + byNumber(head + text.c_str() + "\r\n"));
-    RequireEqual("text", written(LCUnicodeExport::SaveStringToFile, text),
-                 "\xFF\xFE" + qrtcl::platform::ToUtf16(text.c_str(), ::nl_langinfo(CODESET)));
 }
