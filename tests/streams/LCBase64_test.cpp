@@ -11,7 +11,6 @@
 namespace {
 
 using namespace std::string_literals;
-using Rows = std::pair<std::string, std::string> const[];
 
 std::string const letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
@@ -30,15 +29,16 @@ std::vector<unsigned char> PlainDecode(std::vector<char> const & text)
 
 TEST(Base64, BothWaysOfTheSmallForms)
 {
-    for (auto const & [bytes, text] : Rows{
-             {"", ""}, {"abc", "YWJj"}, {"\0"s, "AA=="}, {"\0\xFF"s, "AP8="}, {"\xFB\xEF\xBE?", "++++Pw=="}}) {
-        EXPECT_EQ(LCBase64::Encode(LCString(bytes)), LCString(text));
-        EXPECT_EQ(LCBase64::Decode(LCString(text)).str(), bytes);
+    std::pair<LCString, std::string> const rows[] = {
+        {"", ""}, {"YWJj", "abc"}, {"AA==", "\0"s}, {"AP8=", "\0\xFF"s}, {"++++Pw==", "\xFB\xEF\xBE?"}, {"Y", ""}, {"YW", ""},
+        {"!!!!", "\0\0\0"s}, {"YWJj YWJ", "abc\x01\x85\x89"}, {"YQ=A", "a\0"s}, {"YWJ=YWJj", "ab@abc"}, {"YWJjY", ""},
+        {"YWJjY===", "abc`"s}, {"\xFF\x80YQ", "\0\6\x10"s}};
+    LCUInt64 bad = 0;
+    LCString out;
+    for (auto const & [text, bytes] : rows) {
+        EXPECT_EQ(LCBase64::Decode(text).str(), bytes) << text.str();
+        EXPECT_EQ(LCBase64::Encode(LCString(bytes)) == text, LCBase64::DecodeStrict(text, out, bad)) << text.str();
     }
-    for (auto const & [text, bytes] : Rows{
-             {"!!!!", "\0\0\0"s}, {"YWJj YWJ", "abc\x01\x85\x89"}, {"YQ=A", "a\0"s}, {"YWJ=YWJj", "ab@abc"},
-             {"YWJjY===", "abc`"s}, {"\xFF\x80YQ", "\0\6\x10"s}, {"Y", ""}, {"YW", ""}, {"YWJjY", ""}})
-        EXPECT_EQ(LCBase64::Decode(LCString(text)).str(), bytes) << text;
 }
 
 TEST(Base64, WithoutMemoryThereIsNoTextButALength)
@@ -46,8 +46,7 @@ TEST(Base64, WithoutMemoryThereIsNoTextButALength)
     for (LCUInt64 const absurd : {LCUInt64{1} << 63, ~LCUInt64{0}}) {
         LCUInt64 length = 0;
         LCString out = "old";
-        EXPECT_EQ(LCBase64::Encode(nullptr, absurd, length), nullptr);
-        EXPECT_EQ(length, (absurd + 2) / 3 * 4);
+        EXPECT_TRUE(LCBase64::Encode(nullptr, absurd, length) == nullptr && length == (absurd + 2) / 3 * 4);
         LCBase64::Encode(nullptr, absurd, out);
         EXPECT_EQ(out, "");
     }

@@ -9,13 +9,16 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(UnicodeExport, ADataLinkFileReplacesAnother)
+TEST(UnicodeExport, ADataLinkFileTakesEachByteAndReplacesAnother)
 {
     TemporaryFolder const folder;
     LCString const path = folder.Write("link", std::string(5000, 'x'));
     for (std::string const text : {"", "caf\xE9\x80\xFF"}) {
-        ASSERT_TRUE(LCUnicodeExport::SaveConnStrUDLFile(text.c_str(), path.c_str()));
-        EXPECT_EQ(folder.Read("link").size(), 132 + 2 * text.size());
+        std::string const all = "[oledb]\r\n; Everything after this line is an OLE DB initstring\r\n" + text + "\r\n";
+        std::string units = "\xFF\xFE";
+        for (char const c : all) units += {c, '\0'};
+        EXPECT_TRUE(LCUnicodeExport::SaveConnStrUDLFile(text.c_str(), path.c_str()));
+        EXPECT_EQ(folder.Read("link"), units);
     }
 }
 
@@ -23,20 +26,17 @@ TEST(UnicodeExport, ATextConvertsByTheThreadsCharacterSet)
 {
     TemporaryFolder const folder;
     LCString const path = folder.Path("text");
-    ::locale_t const utf8 = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    ::locale_t const plain = ::newlocale(LC_CTYPE_MASK, "C", nullptr);
-    std::pair<::locale_t, std::string> const rows[] = {
-        {plain, "\xC3\0\xA9\0\xF0\0\x9F\0\x98\0\x80\0\xC3\0"s}, {utf8, "\xE9\0\x3D\xD8\x00\xDE\xC3\0"s}};
-    for (auto const & [locale, units] : rows) {
-        ::locale_t const before = ::uselocale(locale);
+    std::pair<char const *, std::string> const rows[] = {
+        {"C", "\xC3\0\xA9\0\xF0\0\x9F\0\x98\0\x80\0\xC3\0"s}, {"C.UTF-8", "\xE9\0\x3D\xD8\x00\xDE\xC3\0"s}};
+    for (auto const & [name, units] : rows) {
+        ::locale_t const locale = ::newlocale(LC_CTYPE_MASK, name, nullptr), before = ::uselocale(locale);
         for (auto const save : {&LCUnicodeExport::SaveStringToFile, &SaveConnStrUDLFile, &SaveStringAsUniCodeToFile}) {
             EXPECT_TRUE(save("\xC3\xA9\xF0\x9F\x98\x80\xC3", path.c_str()));
             EXPECT_EQ(folder.Read("text"), "\xFF\xFE" + units);
         }
         ::uselocale(before);
+        ::freelocale(locale);
     }
-    ::freelocale(utf8);
-    ::freelocale(plain);
 }
 
 TEST(UnicodeExport, OtherCharacterSetsAndLongTexts)
