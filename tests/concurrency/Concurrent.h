@@ -2,14 +2,17 @@
 
 // What the tests of threads, locks and timers share.
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
@@ -19,10 +22,9 @@
 #include "platform/Ticking.h"
 #include "support/Support.h"
 
-constexpr LCULong forever = 0xFFFFFFFF;
+namespace platform = qrtcl::platform;
 
-/// Sanitizers keep locks of their own, inside the heap and elsewhere: a thread that is always there can't be ended.
-constexpr bool sanitized = QRTCL_TEST_SANITIZED;
+constexpr LCULong forever = 0xFFFFFFFF;
 
 /// Work for a thread that is stopped or ended from outside. It keeps out of the thread sanitizer, where that could
 /// not be done.
@@ -48,34 +50,25 @@ struct Runner : Work, LHCThread {
 };
 
 /// A timer with a receiver that runs a function.
-struct Ticker {
-    explicit Ticker(std::function<void()> onTick, int interval = 10) : function(std::move(onTick)) { Renew(interval); }
-    LCTimer * operator->() { return timer.get(); }
-    void Renew(int interval)
-    {
-        timer = std::make_unique<LCTimer>();
-        timer->OnTick << handler;
-        timer->SetInterval(interval);
-    }
-    void OnTick(LCTimer &) { function(); }
-
+struct Ticker : LCTimer {
+    explicit Ticker(std::function<void()> onTick, int every = 10) : function(std::move(onTick)) { SetInterval(every); }
+    void Run(LCTimer &) { function(); }
     std::function<void()> function;
-    LCEvent1Param<LCTimer &>::LCHandler handler{*this, &Ticker::OnTick};
-    std::unique_ptr<LCTimer> timer;
+    LCEvent1Param<LCTimer &>::LCHook hook{OnTick, *this, &Ticker::Run};
 };
 
-/// While one lives, time stands still, and moves by waiting and by `Advance` only. In milliseconds from 0.
+/// While one lives, each thread has a time of its own, from 0, which moves by waiting and `Advance` only.
 struct TestClock {
     TestClock()
     {
         now = 0;
-        qrtcl::platform::ReplaceTickClock({[]() noexcept { return now; },
-                                           [](qrtcl::platform::Moment until) noexcept { now = std::max(now, until); }});
+        auto const wait = [](platform::Moment until) noexcept { now = std::max(now, until); };
+        platform::ReplaceTickClock({[]() noexcept { return now; }, wait});
     }
-    ~TestClock() { qrtcl::platform::ReplaceTickClock({}); }
+    ~TestClock() { platform::ReplaceTickClock({}); }
 
     static int Now() { return static_cast<int>(now / 1'000'000); }
-    static void Advance(int milliseconds) { now += qrtcl::platform::Moment{milliseconds} * 1'000'000; }
+    static void Advance(int milliseconds) { now += platform::Moment{milliseconds} * 1'000'000; }
     /// Runs what comes within so many milliseconds.
     static void Pass(int milliseconds)
     {
@@ -83,5 +76,5 @@ struct TestClock {
         while (Now() < end) LHCMessageLoop::ProcessMessages(static_cast<unsigned int>(end - Now()));
     }
 
-    static inline qrtcl::platform::Moment now = 0;
+    static inline thread_local platform::Moment now = 0;
 };

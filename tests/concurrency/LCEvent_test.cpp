@@ -112,18 +112,16 @@ TEST(Event, ReferencesAreSharedValuesAreEachReceiversOwnAndCallsAreFreeOfAllocat
     TextEvent event;
     TextEvent::LCHook const a(event, first, &Probe::OnEvent);
     char key = '1';
-    {
-        TextEvent::LCHook b(event, &second, &Probe::OnEvent);
-        event.push_back(nullptr);  // is passed over
-        event("a text too long for a short string", key);
-        EXPECT_EQ(AllocationsOf([&] { event("", key); }), 0u);
-        b.Disable();
-        event("", key);
-        EXPECT_FALSE(b.IsEnabled());
-        b.Enable();
-    }
+    TextEvent::LCHook b(event, &second, &Probe::OnEvent);
+    event.push_back(nullptr);  // is passed over
+    event("a text too long for a short string", key);
+    EXPECT_EQ(AllocationsOf([&] { event("", key); }), 0u);
+    b.Disable();
     event("", key);
-    EXPECT_EQ(first.log + second.log + key, "a text too long for a short string1356a text too long for a short string247");
+    EXPECT_FALSE(b.IsEnabled());
+    b.Enable();
+    event("", key);
+    EXPECT_EQ(first.log + second.log + key, "a text too long for a short string1356a text too long for a short string2478");
     static_assert(!std::is_constructible_v<TextEvent::LCHandler, int *, decltype(&Probe::OnEvent)>);
 }
 

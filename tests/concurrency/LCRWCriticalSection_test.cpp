@@ -1,5 +1,6 @@
 #include "concurrency/LCRWCriticalSection.h"
 
+#include <cstring>
 #include <future>
 #include <sstream>
 
@@ -9,19 +10,15 @@ namespace {
 
 /// A thread that does one thing after the other.
 struct Actor {
-    ~Actor()
-    {
-        Do([] { return LHCMessageLoop::Quit(), true; });
-        thread.join();
-    }
-    std::future<bool> Do(std::function<bool()> function)
+    ~Actor() { LHCMessageLoop::Post(thread.get_id(), LHCMessageLoop::Quit); }
+    void Do(std::function<bool()> function)
     {
         auto const task = std::make_shared<std::packaged_task<bool()>>(std::move(function));
         Await([&] { return LHCMessageLoop::Post(thread.get_id(), [task] { (*task)(); }); });
-        return task->get_future();
+        waiting = task->get_future();
     }
     std::future<bool> waiting;
-    std::thread thread{LHCMessageLoop::Run};
+    std::jthread thread{LHCMessageLoop::Run};
 };
 
 /// Plays a script of steps: who, and what. r and w ask for a reader or writer lock without waiting, and get it (+) or
@@ -36,31 +33,27 @@ void Play(std::string const & script)
         SCOPED_TRACE(step);
         Actor & actor = actors[step[0]];
         char const what = step[1];
-        bool const expected = step.ends_with('+'), writes = what == 'w' || what == 'W' || what == 'T';
         LCULong const timeout = what == 'r' || what == 'w' ? 0 : what == 'R' || what == 'W' ? forever : 20;
         std::atomic<int> id{0};
-        auto const ask = [&lock, &id, writes, timeout] {
+        auto const act = [&lock, &id, what, timeout] {
+            if (what == 'x') return lock.UnlockReader(), true;
+            if (what == 'y') return lock.UnlockWriter(), true;
             auto const start = std::chrono::steady_clock::now();
             id = ::gettid();
-            bool const got = writes ? lock.LockWriter(timeout) : lock.LockReader(timeout);
+            bool const got = std::strchr("rRt", what) != nullptr ? lock.LockReader(timeout) : lock.LockWriter(timeout);
             EXPECT_TRUE(got || std::chrono::steady_clock::now() - start >= std::chrono::milliseconds(timeout));
             return got;
         };
-        switch (what) {
-        case 'r':
-        case 'w': EXPECT_EQ(actor.Do(ask).get(), expected); break;
-        case 'x': actor.Do([&] { return lock.UnlockReader(), true; }).wait(); break;
-        case 'y': actor.Do([&] { return lock.UnlockWriter(), true; }).wait(); break;
-        case '=': EXPECT_EQ(actor.waiting.get(), expected); break;
-        case '~': EXPECT_EQ(actor.waiting.wait_for(std::chrono::seconds(0)), std::future_status::timeout); break;
-        default:
-            actor.waiting = actor.Do(ask);
-            Await([&] {  // until it sleeps in the system
-                std::string number, name, state;
-                std::ifstream("/proc/self/task/" + std::to_string(id) + "/stat") >> number >> name >> state;
-                return state == "S";
-            });
-        }
+        auto const sleeps = [&id] {
+            std::string number, name, state;
+            std::ifstream("/proc/self/task/" + std::to_string(id) + "/stat") >> number >> name >> state;
+            return state == "S";
+        };
+        if (std::strchr("=~", what) == nullptr) actor.Do(act);
+        if (std::strchr("RWtT", what) != nullptr) Await(sleeps);
+        bool const ended = std::strchr("rwxy=", what) != nullptr;
+        EXPECT_TRUE(!ended || actor.waiting.get() != step.ends_with('-'));
+        EXPECT_TRUE(what != '~' || actor.waiting.wait_for(std::chrono::seconds(0)) == std::future_status::timeout);
     }
 }
 

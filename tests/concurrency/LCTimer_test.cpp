@@ -1,22 +1,16 @@
 #include "concurrency/LCTimer.h"
 
-#include <algorithm>
-#include <list>
-#include <optional>
-#include <sys/resource.h>
-
 #include "concurrency/Concurrent.h"
 #include "concurrency/LCClock.h"
 #include "concurrency/LCHighResTimer.h"
 #include "concurrency/detail/TimerTable.h"
 #include "platform/Clock.h"
 
-namespace platform = qrtcl::platform;
-
 namespace {
 
-// Random scripts beside a slow model: who ticks when, while timers are started, stopped, changed and destroyed between
-// ticks and in them, their own too, and the thread is now and then busy for longer than some periods.
+// Random scripts beside a slow model, on several threads at once: who ticks when, while timers are started, stopped,
+// changed and destroyed between ticks and in them, their own too, and the thread is now and then busy for longer than
+// some periods.
 TEST(Timer, TicksComeAsTheModelTells)
 {
     struct Model {
@@ -24,38 +18,36 @@ TEST(Timer, TicksComeAsTheModelTells)
         bool running = false;
         int Period() const { return std::max(interval, 1); }
         bool IsDue() const { return running && due <= TestClock::Now(); }
+        auto Rank() const { return std::tuple(!IsDue(), due, order); }
     };
-    for (int seed = 0; seed < Rounds(50); ++seed) {
-        TestClock const clock;
-        std::minstd_rand random(static_cast<unsigned>(seed) + 1);
-        auto const upTo = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    auto const play = [](unsigned seed) {
+        std::minstd_rand random(seed);
+        auto const upTo = [&](unsigned limit) { return static_cast<int>(random() % limit); };
         std::map<int, Model> models;
-        std::map<int, Ticker> tickers;
+        std::map<int, std::optional<Ticker>> tickers;
         std::vector<int> ticks, expected;
+        std::function<void(int)> onTick;
         int order = 0;
         auto const act = [&] {
             int const i = upTo(6), what = upTo(4);
-            Model & model = models[i];
-            Ticker & ticker = tickers.at(i);
-            if (what < 2) model.interval = upTo(15) - 1;
-            if (what == 0) ticker.Renew(model.interval);
-            if (what == 1) ticker->SetInterval(model.interval);
+            auto & [interval, due, rank, running] = models[i];
+            auto & ticker = tickers[i];
+            if (what < 2) interval = upTo(15) - 1;
+            if (what == 0 || !ticker) ticker.emplace([&, i] { onTick(i); }, interval);
+            if (what == 1) ticker->SetInterval(interval);
             if (what == 2) ticker->Stop();
             ASSERT_TRUE(what != 3 || ticker->Start());
-            model.running = what == 3 || (what == 1 && model.running);
-            if (model.running) model.due = TestClock::Now() + model.Period(), model.order = ++order;
-            ASSERT_EQ(std::pair(ticker->IsRunning(), ticker->GetInterval()), std::pair(model.running, model.interval));
+            running = what == 3 || (what == 1 && running);
+            if (running) due = TestClock::Now() + models[i].Period(), rank = ++order;
+            ASSERT_EQ(std::pair(ticker->IsRunning(), ticker->GetInterval()), std::pair(running, interval));
         };
-        auto const onTick = [&](int i) {
+        onTick = [&](int i) {
             ticks.push_back(i);
-            auto const rank = [&](auto const & each) {
-                return std::tuple(!each.second.IsDue(), each.second.due, each.second.order);
-            };
+            auto const rank = [](auto const & each) { return each.second.Rank(); };
             expected.push_back(std::ranges::min_element(models, {}, rank)->first);
             while (models[i].IsDue()) models[i].due += models[i].Period();
             if (upTo(3) == 0) act();
         };
-        for (int i = 0; i < 6; ++i) tickers.try_emplace(i, [&, i] { onTick(i); }), models[i];
         for (int step = 0; step < 300; ++step) {
             act();
             if (upTo(4) == 0) TestClock::Advance(upTo(30));
@@ -65,6 +57,11 @@ TEST(Timer, TicksComeAsTheModelTells)
         }
         ASSERT_EQ(ticks, expected) << "seed " << seed;
         ASSERT_GT(ticks.size(), 100u);
+    };
+    TestClock const clock;
+    for (int round = 0; round < Rounds(20); ++round) {
+        unsigned const seed = 3 * static_cast<unsigned>(round);
+        std::jthread const first(play, seed + 1), second(play, seed + 2), third(play, seed + 3);
     }
 }
 
@@ -72,8 +69,8 @@ TEST(Timer, ACopyHasTheReceiversAndNoTicks)
 {
     TestClock const clock;
     std::vector<int> ticks;
-    Ticker ticker([&] { ticks.push_back(TestClock::Now()); });
-    LCTimer copy(*ticker.timer);
+    Ticker const ticker([&] { ticks.push_back(TestClock::Now()); });
+    LCTimer copy(ticker);
     copy.Start();
     LCTimer shadow(copy);
     auto running = std::make_unique<LCTimer>(copy);
@@ -90,7 +87,7 @@ TEST(Timer, MayBeStoppedAfterItsThreadHasEnded)
 {
     for (bool const forced : {false, true}) {
         std::atomic<int> ticks{0};
-        Ticker ticker([&] { ++ticks; }, 1);
+        std::optional<Ticker> ticker(std::in_place, [&] { ++ticks; }, 1);
         std::optional<Runner> thread(std::in_place, [&](LCThread &) {
             ticker->Start();
             while (forced || ticks == 0) LHCMessageLoop::ProcessMessages(forever);
@@ -100,7 +97,7 @@ TEST(Timer, MayBeStoppedAfterItsThreadHasEnded)
         if (!forced) thread->WaitFor(forever);
         thread.reset();
         EXPECT_TRUE(ticker->IsRunning());
-        forced ? ticker->Stop() : ticker.Renew(1);
+        forced ? ticker->Stop() : void(ticker.emplace([&] { ++ticks; }, 1));
         int const before = ticks;
         EXPECT_FALSE(LHCMessageLoop::ProcessMessages(5));
         EXPECT_TRUE(ticker->Start() && LHCMessageLoop::ProcessMessages(forever));  // here, now
@@ -119,118 +116,73 @@ TEST(Timer, DoesNotStartWithoutADescriptor)
         ::setrlimit(RLIMIT_NOFILE, &none);
         timer.SetInterval(5);  // stops it here, and can't start it
         EXPECT_FALSE(timer.IsRunning() || timer.Start() || timer.IsRunning());
-        EXPECT_EQ(std::pair(timer.GetInterval(), LHCMessageLoop::GetDescriptor()), std::pair(5, -1));
+        EXPECT_EQ(LHCMessageLoop::GetDescriptor(), -1);
         LHCMessageLoop::Run();
         ::setrlimit(RLIMIT_NOFILE, &before);
         EXPECT_TRUE(timer.Start());
     });
 }
 
-// Many threads start and stop timers at once: each gets its own ticks, and no others.
-TEST(Timer, ThreadsDoNotDisturbEachOther)
-{
-    std::atomic<int> strangers{0};
-    auto const work = [&](unsigned seed) {
-        std::minstd_rand random(seed);
-        std::list<Ticker> tickers;
-        int ticks = 0;
-        auto const self = std::this_thread::get_id();
-        auto const onTick = [&] { ++ticks, strangers += std::this_thread::get_id() != self; };
-        for (int i = 0; i < 50; ++i) tickers.emplace_back(onTick, i % 5);
-        for (int round = 0; round < Rounds(100) || ticks == 0; ++round) {
-            for (Ticker & each : tickers) random() % 2 == 0 ? void(each->Start()) : each->Stop();
-            LHCMessageLoop::ProcessMessages(1);
-        }
-    };
-    std::thread first(work, 1), second(work, 2), third(work, 3);
-    for (std::thread * const each : {&first, &second, &third}) each->join();
-    EXPECT_EQ(strangers, 0);
-}
-
 TEST(TimerTable, IdsAreDistinctAndNotZeroAlsoWhenTheyComeRound)
 {
     qrtcl::TimerTable table(0xFFFFFFFFu - 500);
-    std::map<std::uint32_t, std::pair<qrtcl::TimerStart, LCTimer *>> model;
     std::vector<LCTimer> timers(300);
-    std::vector<qrtcl::TimerStart> all{table.Insert(timers[0])};  // this one stays until the numbers have come round
+    std::map<qrtcl::TimerStart, LCTimer *> model{{table.Insert(timers[0]), &timers[0]}};  // this one stays
     std::minstd_rand random(1);
-    for (int step = 0; step < 5000; ++step) {
-        LCTimer & timer = timers[random() % timers.size()];
-        qrtcl::TimerStart const start = all[random() % all.size()];
-        if (random() % 2 == 0 && model.size() < timers.size()) {
-            all.push_back(table.Insert(timer));
-            auto const id = qrtcl::TimerID(all.back());
-            ASSERT_TRUE(id != 0 && id != qrtcl::TimerID(all[0]) && model.emplace(id, std::pair(all.back(), &timer)).second);
-        } else if (start != all[0]) {
-            table.Erase(qrtcl::TimerID(start));
-            model.erase(qrtcl::TimerID(start));
-            ASSERT_EQ(table.Find(start), nullptr);
+    for (unsigned step = 0; step < 5000; ++step) {
+        if (auto gone = std::next(model.begin(), random() % 2 * (step % model.size())); gone == model.begin()) {
+            LCTimer & timer = timers[step % timers.size()];
+            qrtcl::TimerStart const start = table.Insert(timer);
+            ASSERT_TRUE(qrtcl::TimerID(start) != 0 && model.emplace(start, &timer).second);
+        } else {
+            for (int twice = 0; twice < 2; ++twice) table.Erase(qrtcl::TimerID(gone->first));
+            ASSERT_EQ(table.Find(gone->first), nullptr);
+            model.erase(gone);
         }
-        ASSERT_EQ(table.GetCount(), model.size() + 1);
-        for (auto const & [id, entry] : model) ASSERT_EQ(table.Find(entry.first), entry.second);
+        ASSERT_EQ(table.GetCount(), model.size());
+        for (auto const & [start, timer] : model) ASSERT_EQ(table.Find(start), timer);
     }
-    EXPECT_GT(all.back(), 0x100000000u);
-    EXPECT_EQ(std::pair(table.Find(all[0]), table.Find(all[0] + 0x100000000u)), std::pair(&timers[0], (LCTimer *)nullptr));
+    EXPECT_GT(model.rbegin()->first, 0x100000000u);
+    EXPECT_EQ(table.Find(model.begin()->first + 0x100000000u), nullptr);
 }
 
-TEST(TimerScan, ScansUntilItIsStoppedOrDestroysItself)
-{
-    TestClock const clock;
-    static std::vector<int> scans;
-    struct Scan : LCTimerScan {
-        void DoScan() override
-        {
-            scans.push_back(TestClock::Now());
-            if (scans.size() == 4) delete this;
-        }
-    } * const scan = new Scan;
-    EXPECT_TRUE(scan->Start(5));
-    TestClock::Pass(12);
-    scan->Stop();
-    TestClock::Pass(12);
-    EXPECT_TRUE(scan->Start(5));
-    TestClock::Pass(30);
-    EXPECT_EQ(scans, (std::vector{5, 10, 29, 34}));
-}
-
-// Setting the wall clock, forward and back, is shown at the next tick, and moves no tick.
-TEST(Clock, ShowsTheTimeOfItsLastTick)
+// Setting the wall clock, forward and back, is shown at the next tick, and moves no tick. The last destroys the clock.
+TEST(Clock, ShowsTheTimeOfItsLastTickAndAStopwatchWhatLiesBetween)
 {
     TestClock const clock;
     static platform::LocalTime now;
+    static std::string log;
     platform::ReplaceClock([]() noexcept { return now; });
     struct Wall : LCClock {
-        void Log() { log += std::to_string(TestClock::Now()) + ": " + GetCurDateTimeStr("").str() + "\n"; }
-        std::string log;
+        void Log()
+        {
+            log += std::to_string(TestClock::Now()) + ": " + GetCurDateTimeStr("").str() + "\n";
+            if (log.ends_with("1999\n")) delete this;
+        }
         LCEvent0Param::LCHook hook{OnChange, *this, &Wall::Log};
-    } wall;
+    } & wall = *new Wall;
+    LCHighResTimer watch;
+    watch.Start();
     TestClock::Pass(1500);  // does not start by itself
+    watch.End();
     wall.Log();
     wall.Start();
     for (int const year : {2026, 1999, 2099}) {
         now = {year, 3, 29, 1, 59, 59, 0, 60};
         TestClock::Pass(1000);
     }
-    now = {};
+    now = {1999, 1, 1, 0, 0, 0, 0, 60};
+    wall.Stop();
+    TestClock::Pass(2000);
     wall.SetFormat("YYYY");
-    EXPECT_EQ(wall.log, "1500: 01/01/1900 00:00:00\n2500: 29/03/2026 01:59:59\n3500: 29/03/1999 01:59:59\n"
-                        "4500: 29/03/2099 01:59:59\n4500: 2099\n");
     EXPECT_EQ(wall.GetCurDateTimeStr("HH:mm"), "01:59");
+    wall.LCTimerScan::Start(5);
+    TestClock::Pass(20);
+    EXPECT_EQ(log, "1500: 01/01/1900 00:00:00\n2500: 29/03/2026 01:59:59\n3500: 29/03/1999 01:59:59\n"
+                   "4500: 29/03/2099 01:59:59\n6500: 2099\n6505: 1999\n");
     platform::ReplaceClock(nullptr);
-}
-
-TEST(HighResTimer, MeasuresBetweenStartAndEnd)
-{
-    TestClock const clock;
-    LCHighResTimer watch;
-    watch.Start();
-    TestClock::Advance(1500);
-    watch.End();
-    TestClock::Advance(700);
-    LCHighResTimer const copy(watch);
-    EXPECT_EQ(std::tuple(copy.GetTimeInSeconds(), copy.GetTimeInMilliseconds(), copy.GetTimeInMicroseconds(),
-                         copy.GetTimeInNanoseconds()),
-              std::tuple(1.5, 1500.0, 1500000.0, 1500000000.0));
+    EXPECT_EQ(std::pair(watch.GetTimeInSeconds(), watch.GetTimeInMilliseconds()), std::pair(1.5, 1500.0));
+    EXPECT_EQ(std::pair(watch.GetTimeInMicroseconds(), watch.GetTimeInNanoseconds()), std::pair(1.5e6, 1.5e9));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ TEST(MessageLoop, CallsRunOnceInTheirOrderAndQuitLeavesTheRestDue)
     LHCMessageLoop::Run();
 
     Ticker ticker([&] { order += 't'; }, 1);
-    ticker->Start();
+    ticker.Start();
     TestClock::Advance(1);
     PostHere([&] {
         order = '(';
@@ -38,7 +38,7 @@ TEST(MessageLoop, CallsRunOnceInTheirOrderAndQuitLeavesTheRestDue)
     });
     LHCMessageLoop::Run();
     EXPECT_EQ(order, "(i)tro");  // the tick in the outer loop's turn, once
-    ticker->Stop();
+    ticker.Stop();
 
     PostHere([] { throw std::runtime_error("a receiver's own"); });
     PostHere([&] { order = "on"; });
@@ -57,17 +57,15 @@ TEST(MessageLoop, OtherThreadsWakeAndEndALoop)
     });
     auto const id = loop.get_id();
     Await([&] { return LHCMessageLoop::Post(id, [] {}); });  // false until it has a loop
+    auto const post = [id](std::vector<int> & mine) {
+        for (int i = 0; i < each; ++i) EXPECT_TRUE(LHCMessageLoop::Post(id, [&mine, i] { mine.push_back(i); }));
+    };
     std::vector<std::jthread> posters;
-    for (auto & mine : calls) {
-        posters.emplace_back([&] {
-            for (int i = 0; i < each; ++i) EXPECT_TRUE(LHCMessageLoop::Post(id, [&mine, i] { mine.push_back(i); }));
-        });
-    }
+    for (auto & mine : calls) posters.emplace_back(post, std::ref(mine));
     posters.clear();
     EXPECT_TRUE(LHCMessageLoop::Post(id, LHCMessageLoop::Quit));
     loop.join();
-    EXPECT_FALSE(LHCMessageLoop::Post(id, [] {}));
-    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_TRUE(!LHCMessageLoop::Post(id, [] {}) && held.use_count() == 1);
     for (auto const & mine : calls) EXPECT_TRUE(mine.size() == each && std::ranges::is_sorted(mine));
 }
 
@@ -79,9 +77,7 @@ TEST(MessageLoop, TheDescriptorIsReadableWhenSomethingIsDue)
     };
     EXPECT_FALSE(isReadable(0));
     PostHere([] {});
-    EXPECT_TRUE(isReadable(0));
-    LHCMessageLoop::ProcessMessages(0);
-    EXPECT_FALSE(isReadable(0));
+    EXPECT_TRUE(isReadable(0) && LHCMessageLoop::ProcessMessages(0) && !isReadable(0));
 
     LCTimer fast, slow;
     fast.SetInterval(1);
@@ -92,7 +88,6 @@ TEST(MessageLoop, TheDescriptorIsReadableWhenSomethingIsDue)
     fast.Stop();
     EXPECT_FALSE(isReadable(5));
     slow.Stop();
-    EXPECT_FALSE(isReadable(0));
 }
 
 }  // namespace
