@@ -1,14 +1,7 @@
 #include "concurrency/LCEvent.h"
 
-#include <algorithm>
-#include <functional>
-#include <optional>
-#include <random>
-#include <string>
-#include <vector>
-
+#include "concurrency/Concurrent.h"
 #include "support/Allocations.h"
-#include "support/Support.h"
 
 namespace {
 

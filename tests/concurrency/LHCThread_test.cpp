@@ -4,7 +4,6 @@
 #include <cstring>
 #include <filesystem>
 #include <mutex>
-#include <poll.h>
 #include <set>
 #include <signal.h>
 #include <sys/eventfd.h>
