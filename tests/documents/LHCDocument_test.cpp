@@ -2,26 +2,22 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <cstring>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <new>
-#include <random>
 #include <set>
-#include <thread>
 
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "documents/platform/FileCalls.h"
 #include "foundation/LCCheckCancel.h"
 #include "foundation/LCInfo.h"
+#include "paragraph/TestParagraph.h"
 #include "support/Allocations.h"
 #include "support/Support.h"
 
@@ -31,8 +27,7 @@ using namespace std::string_literals;
 using qrtcl::documents::FileCalls;
 using qrtcl::documents::FileState;
 
-static_assert(!std::is_constructible_v<LHCDocument, char const *> &&
-              !std::is_convertible_v<bool, LHCDocument>);
+static_assert(!std::is_constructible_v<LHCDocument, char const *> && !std::is_convertible_v<bool, LHCDocument>);
 static_assert(!std::is_copy_constructible_v<LHCDocument> && !std::is_copy_assignable_v<LHCDocument>);
 
 constexpr char const * declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
@@ -58,6 +53,7 @@ TEST(Document, IsStoredInThisForm)
     LCParagraph & root = document.GetRootParagraph();
     root.SetName("Part");
     root.SetAttributeAsString("ID", "A \"1\"\t<\n");
+    root.SetAttributeAsString("_value", "stored");
     root.SetParameterAsDouble("thickness", 1.5, -1);
     root.SetParameterAsString("note", " a < b & c > d\r\n\"e\"\tf ", true);
     root.SetParameterAsString("blank", " \n", true);
@@ -66,7 +62,7 @@ TEST(Document, IsStoredInThisForm)
     LCParagraph & both = *root.CreateParagraph("both");
     both.SetValueAsString("v", true);
     both.SetParameterAsBool("L 1", true);
-    EXPECT_EQ(Saved(document), LCString(declaration) + R"(<Part ID="A &quot;1&quot;&#9;&lt;&#10;">
+    std::string expected = declaration + R"(<Part ID="A &quot;1&quot;&#9;&lt;&#10;" _x005F_value="stored">
   <thickness>1.5</thickness>
   <note> a &lt; b &amp; c &gt; d&#13;
 "e"	f </note>
@@ -76,12 +72,8 @@ TEST(Document, IsStoredInThisForm)
   <both _value="v">
     <L_x0020_1>1</L_x0020_1>
   </both>
-</Part>
-)");
-}
-
-TEST(Document, EscapesWhatXmlCantHold)
-{
+)"s;
+    // What XML can't hold is escaped.
     struct { std::string text, name, value; } const rows[] = {
         {"", "_x_", ""}, {"_x_", "_x005F_x_", "_x_"}, {"a:b", "a_x003A_b", "a:b"}, {"-1", "_x002D_1", "-1"},
         {"xmlns", "_x0078_mlns", "xmlns"}, {"XMLish", "_x0058_MLish", "XMLish"}, {"\x01", "_x0001_", "_x0001_"},
@@ -90,134 +82,81 @@ TEST(Document, EscapesWhatXmlCantHold)
         {"\xF0\x9F\x98\x80", "_x00F0__x009F__x0098__x0080_", "\xF0\x9F\x98\x80"},
         {"\xEF\xBF\xBE", "_x00EF__x00BF__x00BE_", "_x00EF__x00BF__x00BE_"},  // U+FFFE
     };
-    LHCDocument document;
-    document.GetRootParagraph().SetAttributeAsString("_value", "stored");
-    std::string expected = declaration + "<Document _x005F_value=\"stored\">\n"s;
-    for (auto const & row : rows) {
-        document.GetRootParagraph().SetParameterAsString(row.text, row.text + ".", true);
-        expected += "  <" + row.name + ">" + row.value + ".</" + row.name + ">\n";
+    for (auto const & [text, name, value] : rows) {
+        root.SetParameterAsString(text, text + ".", true);
+        expected += "  <" + name + ">" + value + ".</" + name + ">\n";
     }
-    EXPECT_EQ(Saved(document), LCString(expected + "</Document>\n"));
+    EXPECT_EQ(Saved(document), LCString(expected + "</Part>\n"));
 }
 
 TEST(Document, GivesEveryByteBack)
 {
-    std::set<std::string> texts = {"",        "_x_",    "_x0041_",      "_x005F_", "_x00ff_",
-                                   "_x4E2D_", "_x0041", "__x0041_",     "]]>",     "<!--",
-                                   "&amp;",   "\r\n",   "\xEF\xBB\xBF", "_value",  "xml"};
+    std::set<std::string> texts = {"", "_x_", "_x0041_", "_x005F_", "_x00ff_", "_x4E2D_", "_x0041", "__x0041_", "]]>",
+                                   "<!--", "&amp;", "\r\n", "\xEF\xBB\xBF", "_value", "xml"};
     for (int c = 0; c < 256; ++c) {
         std::string const byte(1, static_cast<char>(c));
-        texts.insert({byte, "a" + byte, byte + "a", "a" + byte + "b", byte + byte, "_x0041" + byte,
-                      "\xE2\x82" + byte, "\xEF\xBF" + byte, "\xED\xA0" + byte, "\xC0" + byte,
-                      "\xF4\x90\x80" + byte, "_x00" + byte + "1_", "xml" + byte});
+        for (auto const before : {"", "a", "_x0041", "\xE2\x82", "\xEF\xBF", "\xED\xA0", "\xC0", "\xF4\x90\x80"})
+            texts.insert(before + byte);
+        texts.insert({"xml" + byte, byte + "a", "a" + byte + "b", byte + byte, "_x00" + byte + "1_"});
     }
-    LHCDocument document;
-    LCParagraph & root = document.GetRootParagraph();
     for (std::string const & text : texts) {
-        LCParagraph & child = *root.CreateParagraph(text);
+        LHCDocument document, loaded;
+        LCParagraph & child = *document.GetRootParagraph().CreateParagraph(text);
         child.SetValueAsString(text, true);
         child.SetAttributeAsString(text, text);
-        child.CreateParagraph("parent")->SetParameterAsString("leaf", text, true);
-    }
-    TemporaryFolder const folder;
-    LHCDocument loaded;
-    ASSERT_TRUE(document.SaveToFile(folder.Path("bytes.xml")));
-    ASSERT_TRUE(loaded.LoadFromFile(folder.Path("bytes.xml"))) << loaded.GetErrorText().str();
-    EXPECT_EQ(folder.Read("bytes.xml"), Saved(document).str());
-    for (std::string const & text : texts) {
-        LCParagraph * const child = loaded.GetRootParagraph().GetParagraph(text);
-        ASSERT_NE(child, nullptr) << testing::PrintToString(text);
-        EXPECT_EQ(child->GetValueAsString("?"), text);
-        EXPECT_EQ(child->GetAttributeAsString(text, "?"), text);
-        EXPECT_EQ(child->GetParagraph("parent")->GetParameterAsString("leaf", "?", false), text);
+        child.SetParameterAsString("leaf", text, true);
+        EXPECT_TRUE(loaded.LoadFromText(Saved(document))) << loaded.GetErrorText().str();
+        EXPECT_EQ(Text(loaded.GetRootParagraph()), Text(document.GetRootParagraph()));
     }
 }
 
 // What others write is read as it is meant; the second text is what we make of it.
 TEST(Document, ReadsFilesOfOtherHands)
 {
-    struct { std::string xml, stored; } const rows[] = {
-        {"\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?><a/>", "<a/>"},
-        {"<!-- c --><a><!-- c --><?pi?><b/></a><!-- c -->", "<a>\n  <b/>\n</a>"},
-        {"<a>\n  one\n  <b/>\n\t\n  <c/> two\n</a>",
-         "<a _value=\"one&#10;  &#10;&#9;&#10;   two\">\n  <b/>\n  <c/>\n</a>"},
-        {"<a> \n <b> x </b> </a>", "<a>\n  <b> x </b>\n</a>"},
-        {"<a>\r\nx\ry</a>", "<a>\nx\ny</a>"},
-        {"<a>x<![CDATA[<&]]>y<!-- c --> z</a>", "<a>x&lt;&amp;y z</a>"},
-        {"<a b='1' c=\"&#65;&#x42;&lt;\"/>", "<a b=\"1\" c=\"AB&lt;\"/>"},
-        {"<a b='x\ty\nz'/>", "<a b=\"x y z\"/>"},
-        {"<a>&apos;&quot;&amp;amp;</a>", "<a>'\"&amp;amp;</a>"},
-        {"<a _value='x'>y</a>", "<a>x</a>"},
-        {"<a>_x0041_ _x00e4_ _x4E2D_</a>", "<a>A _x00E4_ _x005F_x4E2D_</a>"},
+    std::pair<char const *, char const *> const rows[] = {
+        {"\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?><a/>", "<a/>"}, {"<a>\r\nx\ry</a>", "<a>\nx\ny</a>"},
+        {"<!-- c --><a><!-- c --><?pi?><b/></a><!-- c -->", "<a>\n  <b/>\n</a>"}, {"<a _value='x'>y</a>", "<a>x</a>"},
+        {"<a>\n  A\n  <b/>\n\t\n  <c/> B\n</a>", "<a _value=\"A&#10;  &#10;&#9;&#10;   B\">\n  <b/>\n  <c/>\n</a>"},
+        {"<a> \n <b> x </b> </a>", "<a>\n  <b> x </b>\n</a>"}, {"<a b='x\ty\nz'/>", "<a b=\"x y z\"/>"},
+        {"<a>x<![CDATA[<&]]>y<!-- c --> z</a>", "<a>x&lt;&amp;y z</a>"}, {"<\xC3\xA4/>", "<_x00C3__x00A4_/>"},
+        {"<a b='1' c=\"&#65;&#x42;&lt;\"/>", "<a b=\"1\" c=\"AB&lt;\"/>"}, {"<a>&apos;</a>", "<a>'</a>"},
+        {"<a>_x0041_ _x00e4_ _x4E2D_</a>", "<a>A _x00E4_ _x005F_x4E2D_</a>"}, {"<a>&amp;amp;</a>", "<a>&amp;amp;</a>"},
         {"<x:a xmlns:x='u' x:b='1'/>", "<x_x003A_a _x0078_mlns_x003A_x=\"u\" x_x003A_b=\"1\"/>"},
-        {"<\xC3\xA4/>", "<_x00C3__x00A4_/>"},
     };
-    for (auto const & row : rows) {
+    for (auto const & [xml, stored] : rows) {
         LHCDocument document;
-        EXPECT_TRUE(document.LoadFromText(row.xml)) << row.xml << ": " << document.GetErrorText().str();
-        EXPECT_EQ(Saved(document), LCString(declaration + row.stored + "\n"));
+        EXPECT_TRUE(document.LoadFromText(xml)) << xml << ": " << document.GetErrorText().str();
+        EXPECT_EQ(Saved(document), LCString(declaration) + stored + "\n");
     }
 }
 
-// clang-format off
-std::vector<std::string> GoodInputs()
-{
-    return {
-        "<a/>", " <a/>\n", "<a></a >", "<a b = 'c'/>", "<a>]]</a>", "<a:b/>", "<_a-1.\xC2\xB7/>",
-        "<a>\xF0\x9F\x98\x80&#x10FFFF;&#9;</a>", "<a>\x7F</a>",
-        "<?xml version='1.0' standalone='yes'?><a/>", "<?xml version='1.1'?><a/>", "<a><?pi ?></a>",
-        "<a xml:lang='de'/>", "<a b='>'/>", "<a>'\">&gt;</a>", "<a><![CDATA[]]]]></a>",
-        "<?xml-stylesheet href='encoding.css' type='text/css'?><a/>"};
-}
-
-std::vector<std::string> BadInputs()
-{
-    return {
-        "", " ", "text", "<a", "<a>", "<a></b>", "</a>", "<a/><b/>", "<a/>text", "<a/>&amp;",
-        "<a><b></a></b>", "< a/>", "<1a/>", "<a b/>", "<a b=c/>", "<a b='1'c='2'/>", "<a b='1' b='1'/>",
-        "<a b='<'/>", "<a b='&'/>", "<a>&</a>", "<a>& b</a>", "<a>&b</a>", "<a>&undefined;</a>",
-        "<a>&nbsp;</a>", "<a>&#0;</a>", "<a>&#x;</a>", "<a>&#xD800;</a>", "<a>&#xFFFE;</a>",
-        "<a>&#x110000;</a>", "<a>\x01</a>", "<a>\x0B</a>", "<a b='\x1F'/>", "<a>a\0b</a>"s, "<a>\xFF</a>",
-        "<a>\xC3</a>", "<a>\xC0\x80</a>", "<a>\xED\xA0\x80</a>", "<a>\xEF\xBF\xBF</a>",
-        "<a>\xF4\x90\x80\x80</a>", "<a b='\xE4'/>", "<\xE4/>", "<a>]]></a>", "<a><!-- -- --></a>",
-        "<a><!-- </a>", "<a><![CDATA[ </a>", "<a><?xml ?></a>", " <?xml version='1.0'?><a/>", "<?xml?><a/>",
-        "<?xml version='2.0'?><a/>", "<?xml version='1.0'encoding='UTF-8'?><a/>",
-        "<?xml encoding='UTF-8'?><a/>", "<a/><?xml version='1.0'?>"};
-}
-// clang-format on
-
+// What is well-formed is xmllint's to say.
 TEST(Document, IsAsStrictAsOtherReaders)
 {
     LHCDocument document;
-    for (std::string const & xml : GoodInputs())
+    for (char const * const xml : {
+             " <a/>\n", "<a></a >", "<a>]]</a>", "<_a-1.\xC2\xB7 b = 'c'/>",
+             "<a b='>'>\x7F\xF0\x9F\x98\x80&#x10FFFF;&#9;</a>", "<?xml version='1.1'?><a><![CDATA[]]]]></a>",
+             "<?xml version='1.0' standalone='yes'?><a/>", "<?xml-stylesheet href='encoding.css' type='a'?><a/>"})
         EXPECT_TRUE(document.LoadFromText(xml)) << xml << document.GetErrorText().str();
-    std::vector<std::string> inputs = BadInputs();
+    std::vector<std::string> inputs = {
+        "text", "<a></b>", "<a/><b/>", "<a/>text", "<a/>&amp;", "<a b='1'c='2'/>", "<a b='1' b='1'/>", "<a b='&'/>",
+        "<a>&b</a>", "<a>&undefined;</a>", "<a>&nbsp;</a>", "<a>&#0;</a>", "<a>&#xD800;</a>", "<a>&#x110000;</a>",
+        "<a>\x01</a>", "<a b='\x1F'/>", "<a>a\0b</a>"s, "<a>\xFF</a>", "<a>\xC3</a>", "<a>\xC0\x80</a>", "<\xE4/>",
+        "<a>\xED\xA0\x80</a>", "<a>\xEF\xBF\xBF</a>", "<a>\xF4\x90\x80\x80</a>", "<a b='\xE4'/>", "<a>]]></a>",
+        " <?xml version='1.0'?><a/>", "<?xml version='2.0'?><a/>", "<?xml encoding='UTF-8'?><a/>"};
     std::string const whole = "<?xml version='1.0'?><a b='&lt;'><!-- c --><?d?>e<f/><![CDATA[g]]>&#65;</a>";
     for (std::size_t size = 0; size < whole.size(); ++size) inputs.push_back(whole.substr(0, size));
     EXPECT_TRUE(document.LoadFromText(whole) && document.LoadFromText("<before/>"));
     for (std::string const & xml : inputs) {
-        EXPECT_FALSE(document.LoadFromText(xml)) << testing::PrintToString(xml);
-        EXPECT_FALSE(document.GetErrorText().IsEmpty()) << testing::PrintToString(xml);
+        EXPECT_TRUE(!document.LoadFromText(xml) && !document.GetErrorText().IsEmpty()) << testing::PrintToString(xml);
         EXPECT_EQ(document.GetRootParagraph().GetName(), "before") << testing::PrintToString(xml);
     }
 }
 
-// The tables above against an independent reader, where there is one.
-TEST(Document, TheExpectedStrictnessIsThatOfXmllint)
-{
-    if (std::system("xmllint --version >/dev/null 2>&1") != 0) return;
-    TemporaryFolder const folder;
-    auto const takes = [&](std::string const & xml) {
-        LCString const file = folder.Write("input.xml", xml);
-        return std::system((LCString("xmllint --huge --noout ") + file + " 2>/dev/null").c_str()) == 0;
-    };
-    for (std::string const & xml : GoodInputs()) EXPECT_TRUE(takes(xml)) << xml;
-    for (std::string const & xml : BadInputs()) EXPECT_FALSE(takes(xml)) << testing::PrintToString(xml);
-}
-
 TEST(Document, ErrorsSayWhatAndWhere)
 {
-    struct { std::string xml; char const * text; } const rows[] = {
+    std::pair<std::string, char const *> const rows[] = {
         {"<a>\n  <b>\n</a>", "line 3, column 5: the element b ends as a"},
         {"<a>\n&x;</a>", "line 2, column 4: Entity 'x' not defined"},
         {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "line 1, column 13: a document type is not accepted"},
@@ -228,86 +167,65 @@ TEST(Document, ErrorsSayWhatAndWhere)
         {Repeated("<a>", 257), "line 1, column 771: more than 256 levels"},
     };
     LHCDocument document;
-    for (auto const & row : rows) {
-        EXPECT_FALSE(document.LoadFromText(row.xml));
-        EXPECT_EQ(document.GetErrorText(), row.text);
+    auto const told = [&](char const * text) { return document.GetErrorText().Contains(text); };
+    for (auto const & [xml, text] : rows) {
+        EXPECT_FALSE(document.LoadFromText(xml));
+        EXPECT_EQ(document.GetErrorText(), text);
     }
     TemporaryFolder const folder;
-    EXPECT_FALSE(document.LoadFromFile(folder.Write("bad.xml", "<a>")));
-    EXPECT_TRUE(document.GetErrorText().Contains("bad.xml: line 1, column 4: "));
-    EXPECT_FALSE(document.LoadFromFile(folder.Path("missing")));
-    EXPECT_TRUE(document.GetErrorText().Contains(LCString("missing: can't be opened: ") + std::strerror(ENOENT)));
-    EXPECT_FALSE(document.SaveToFile(folder.Path("")));
-    EXPECT_TRUE(document.GetErrorText().Contains("is a folder"));
-    EXPECT_TRUE(document.LoadFromText("<a/>"));
-    EXPECT_EQ(document.GetErrorText(), "");
+    EXPECT_FALSE(document.LoadFromFile(folder.Write("bad.xml", "<a>")) || !told("bad.xml: line 1, column 4: "));
+    EXPECT_FALSE(document.SaveToFile(folder.Path("")) || !told("is a folder"));
+    EXPECT_FALSE(document.LoadFromFile(folder.Path("missing")) || !told("missing: can't be opened: "));
+    EXPECT_TRUE(told(std::strerror(ENOENT)) && document.LoadFromText("<a/>") && document.GetErrorText().IsEmpty());
 }
 
 TEST(Document, TheRootStaysWhereItIs)
 {
     std::unique_ptr<LCDocument> const document(LHCDocumentCreator().CreateDocument());
     LCParagraph & root = document->GetRootParagraph();
-    LCString const empty = LCString(declaration) + "<Document/>\n";
-    LCString xml;
-    EXPECT_TRUE(document->SaveToText(xml) && xml == empty) << xml.str();
+    EXPECT_EQ(Text(root), "Document");
     EXPECT_TRUE(document->LoadFromText("<a b='1'>v<c><d/></c></a>"));
-    EXPECT_EQ(&document->GetRootParagraph(), &root);
     EXPECT_EQ(root.GetParagraph("c")->GetParent(), &root);
     document->SetFindExisting(true);
     root.SetParameterAsString("c", "found", true);
-    EXPECT_EQ(root.GetParameterAsString("c", "", false), "found");
+    EXPECT_EQ(Text(document->GetRootParagraph()), "a=v{@b=1 c=found{d}}");
     document->Clear();
     EXPECT_EQ(&document->GetRootParagraph(), &root);
-    EXPECT_TRUE(document->SaveToText(xml) && xml == empty) << xml.str();
+    EXPECT_EQ(Text(root), "Document");
 }
 
 TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
 {
-    LHCDocument document;
-    LCString xml = "kept";
-    LCParagraph * at = &document.GetRootParagraph();
+    LHCDocument deep, wide;
+    LCParagraph * at = &deep.GetRootParagraph();
     for (int level = 2; level <= 256; ++level) at = at->CreateParagraph("level");
-    EXPECT_TRUE(LHCDocument().LoadFromText(Saved(document)));
+    for (int i = 0; i < 10000; ++i) wide.GetRootParagraph().SetAttributeAsInteger(LCString(i), i);
+    wide.GetRootParagraph().SetValueAsString("", true);  // is in the file one more
+    EXPECT_TRUE(LHCDocument().LoadFromText(Saved(deep)) && LHCDocument().LoadFromText(Saved(wide)));
     at->CreateParagraph("deep");
-    EXPECT_FALSE(document.SaveToText(xml));
-    EXPECT_EQ(document.GetErrorText(), "more than 256 levels at \"deep\"");
-
-    document.Clear();
-    for (int i = 0; i < 10000; ++i)
-        document.GetRootParagraph().SetAttributeAsInteger(LCString("a") + LCString(i), i);
-    document.GetRootParagraph().SetValueAsString("", true);  // is in the file one more
-    EXPECT_TRUE(LHCDocument().LoadFromText(Saved(document)));
-    document.GetRootParagraph().SetAttributeAsString("one", "more");
-    EXPECT_FALSE(document.SaveToText(xml));
-    EXPECT_EQ(document.GetErrorText(), "more than 10000 attributes at \"Document\"");
+    wide.GetRootParagraph().SetAttributeAsString("one", "more");
+    LCString xml = "kept";
+    EXPECT_FALSE(deep.SaveToText(xml) || wide.SaveToText(xml));
+    EXPECT_EQ(deep.GetErrorText(), "more than 256 levels at \"deep\"");
+    EXPECT_EQ(wide.GetErrorText(), "more than 10000 attributes at \"Document\"");
     EXPECT_EQ(xml, "kept");
 }
 
 // What is meant to keep a reader busy or to fill the memory takes no longer than its size.
 TEST(Document, HostileInputIsDoneQuickly)
 {
-    std::string attributes = "<a";
+    std::string attributes = "<a", names = "<a>";
     for (int i = 0; i < 400000; ++i) attributes += " b" + std::to_string(i) + "=''";
-    std::string names = "<a>";
     for (int i = 0; i < 600000; ++i) names += "<b" + std::to_string(i) + "/>";
     std::string bomb = "<!DOCTYPE a [<!ENTITY b0 'b'>";
-    for (int i = 0; i < 20; ++i) {
-        std::string const name = "&b" + std::to_string(i) + ";";
-        bomb += "<!ENTITY b" + std::to_string(i + 1) + " '" + Repeated(name, 10) + "'>";
-    }
-    bomb += "]><a b='&b20;'>&b20;</a>";
+    for (int i = 0; i < 20; ++i)
+        bomb += "<!ENTITY b" + std::to_string(i + 1) + " '" + Repeated("&b" + std::to_string(i) + ";", 10) + "'>";
     std::pair<std::string, bool> const rows[] = {
-        {attributes, false},
-        {attributes + "/>", false},
-        {"<a b='>' " + attributes.substr(3) + "/>", false},
-        {bomb, false},
-        {Repeated("<a>", 3000000), false},
-        {"<" + Repeated("a", 5000000), false},
-        {"<a>" + Repeated("&#65;", 1000000) + "</a>", true},
-        {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
-        {"<a b='" + Repeated("=\"", 1000000) + "'/>", true},
+        {attributes, false}, {attributes + "/>", false}, {"<a b='>' " + attributes.substr(3) + "/>", false},
+        {bomb + "]><a b='&b20;'>&b20;</a>", false}, {Repeated("<a>", 3000000), false}, {names + "</a>", true},
+        {"<a>" + Repeated("&#65;", 1000000) + "</a>", true}, {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
+        {"<a b='" + Repeated("=\"", 1000000) + "'/>", true}, {"<" + Repeated("a", 5000000), false},
         {"<a><![CDATA[ x<y " + Repeated("\"b\",", 20000) + "]]></a>", true},
-        {names + "</a>", true},
         {"<a>" + Repeated(" ", 1000000) + "x" + Repeated("<b/>", 200000) + "</a>", true},
     };
     for (auto const & [xml, good] : rows) {
@@ -318,14 +236,12 @@ TEST(Document, HostileInputIsDoneQuickly)
     }
 }
 
-/// The system's calls, of which the one of a number fails; none moves many bytes.
-class FaultyCalls final : public FileCalls {
-public:
-    FaultyCalls(int faulty, std::errc error) : mivLeft(faulty), movError(std::make_error_code(error)) { Replace(this); }
-    ~FaultyCalls() { Replace(nullptr); }
+constexpr std::errc end = std::errc::owner_dead;
 
-    std::string movFailed;  ///< the call that did
-    static constexpr std::size_t most = 50000;
+/// The system's calls, of which the one of a number fails, or ends the process; none moves many bytes.
+struct FaultyCalls final : FileCalls {
+    FaultyCalls(int step, std::errc error) : mivLeft(step), movError(std::make_error_code(error)) { Replace(this); }
+    ~FaultyCalls() { Replace(nullptr); }
 
 #define CALL(name, parameters, ...) \
     std::error_code name parameters override { return Fails(#name) ? movError : FileCalls::name(__VA_ARGS__); }
@@ -342,16 +258,18 @@ public:
     CALL(Rename, (std::string const & f, std::string const & t), f, t)
     CALL(Remove, (std::string const & p), p)
     CALL(SyncFolder, (std::string const & p), p)
-    std::error_code Close(int f) override { return FileCalls::Close(f) || !Fails("Close") ? std::error_code() : movError; }
+    std::error_code Close(int f) override { return FileCalls::Close(f), Fails("Close") ? movError : std::error_code(); }
 
-private:
     bool Fails(char const * call)
     {
         if (mivLeft-- != 0) return false;
+        if (movError == end) ::raise(SIGKILL);
         movFailed = call;
         return true;
     }
 
+    static constexpr std::size_t most = 50000;
+    std::string movFailed;  ///< the call that did
     int mivLeft;
     std::error_code movError;
 };
@@ -364,17 +282,16 @@ std::set<std::string> FilesIn(TemporaryFolder const & folder)
     return names;
 }
 
-constexpr std::errc errors[] = {std::errc::no_space_on_device, std::errc::permission_denied, std::errc::io_error,
-                                std::errc::no_such_file_or_directory, std::errc::interrupted};
-
 // What is only interrupted goes on. Without a second name for the old file, or with one that stays, it is saved too.
-TEST(DocumentFile, AFailureAtAnyStepLeavesTheOldFileAlone)
+TEST(DocumentFile, AFailureOrTheEndAtAnyStepLeavesTheOldFileAndDocumentAlone)
 {
-    LHCDocument document;
+    LHCDocument document, empty;
     document.GetRootParagraph().SetParameterAsString("large", std::string(200000, 'x'), true);
     std::string const whole = Saved(document).str();
-    for (std::errc const error : errors) {
-        bool failed = true;
+    TemporaryFolder const good;
+    good.Write("part.xml", whole);
+    for (auto const error : {std::errc::no_space_on_device, std::errc::io_error, std::errc::interrupted}) {
+        bool failed = true, goesOn = error == std::errc::interrupted;
         for (int step = 0; failed; ++step) {
             for (std::string const old : {"", "old"}) {
                 TemporaryFolder const folder;
@@ -382,90 +299,62 @@ TEST(DocumentFile, AFailureAtAnyStepLeavesTheOldFileAlone)
                 FaultyCalls const calls(step, error);
                 bool const saved = document.SaveToFile(path);
                 failed = !calls.movFailed.empty();
-                bool const stays = calls.movFailed == "Remove" && error != std::errc::interrupted;
-                EXPECT_EQ(saved, !failed || error == std::errc::interrupted || stays || calls.movFailed == "Link");
+                bool const stays = calls.movFailed == "Remove" && !goesOn;
+                EXPECT_EQ(saved, !failed || goesOn || stays || calls.movFailed == "Link") << calls.movFailed;
                 std::string const told = document.GetErrorText().str();
-                EXPECT_TRUE(saved || told.starts_with(path.str() + ": ")) << calls.movFailed << ", " << told;
-                EXPECT_TRUE(saved || told.ends_with(std::make_error_code(error).message())) << told;
+                EXPECT_TRUE(saved || (told.starts_with(path.str() + ":") && told.ends_with(calls.movError.message())))
+                    << calls.movFailed << told;
                 EXPECT_EQ(folder.Read("part.xml"), saved ? whole : old) << calls.movFailed;
                 EXPECT_EQ(FilesIn(folder).size(), (saved || !old.empty()) + stays) << calls.movFailed;
             }
-        }
-    }
-}
-
-TEST(DocumentFile, AFailureAtAnyStepOfALoadLeavesTheDocumentAlone)
-{
-    TemporaryFolder const folder;
-    LCString const path = folder.Write("part.xml", "<a>" + std::string(200000, 'x') + "</a>");
-    for (std::errc const error : errors) {
-        bool failed = true;
-        for (int step = 0; failed; ++step) {
-            LHCDocument document;
+            LHCDocument read;
             FaultyCalls const calls(step, error);
-            bool const loaded = document.LoadFromFile(path);
-            failed = !calls.movFailed.empty();
-            EXPECT_EQ(loaded, !failed || error == std::errc::interrupted || calls.movFailed == "Close");
-            EXPECT_EQ(document.GetRootParagraph().GetName(), loaded ? "a" : "Document") << calls.movFailed;
+            bool const loaded = read.LoadFromFile(good.Path("part.xml"));
+            failed = failed || !calls.movFailed.empty();
+            EXPECT_EQ(loaded, calls.movFailed.empty() || goesOn || calls.movFailed == "Close") << calls.movFailed;
+            EXPECT_EQ(Text(read.GetRootParagraph()), Text((loaded ? document : empty).GetRootParagraph()));
         }
     }
-}
-
-// The saver is killed at any moment of its saves, of which at least one has ended.
-TEST(DocumentFile, AKillLeavesTheOldFileOrTheNewOne)
-{
-    TemporaryFolder const folder;
-    LCString const path = folder.Path("part.xml");
-    LHCDocument documents[2];
-    for (LHCDocument & document : documents)
-        document.GetRootParagraph().SetParameterAsString("v", std::string(&document == documents ? 300000 : 9000, 'x'), true);
-    auto const inode = [&] {
-        struct stat status {};
-        return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
-    };
-    EXPECT_TRUE(documents[0].SaveToFile(path));
-    std::mt19937 random(1);
-    for (int kill = 0; kill < Rounds(10); ++kill) {
-        ::ino_t const before = inode();
-        ::pid_t const saver = ::fork();
-        for (int i = 0; saver == 0; i = 1 - i) documents[i].SaveToFile(path);
-        while (inode() == before) std::this_thread::yield();
-        auto const end = std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 20000);
-        while (std::chrono::steady_clock::now() < end) {}
-        ::kill(saver, SIGKILL);
-        ::waitpid(saver, nullptr, 0);
-        LCString const found = folder.Read("part.xml");
-        EXPECT_TRUE(found == Saved(documents[0]) || found == Saved(documents[1])) << found.Left(100).str();
+    int status = SIGKILL;
+    for (int step = 0; status == SIGKILL; ++step) {
+        TemporaryFolder const folder;
+        LCString const path = folder.Write("part.xml", "old");
+        if (::fork() == 0) {
+            FaultyCalls const calls(step, end);
+            ::_exit(document.SaveToFile(path) ? 0 : 1);
+        }
+        ASSERT_GT(::wait(&status), 0);
+        std::string const found = folder.Read("part.xml");
+        EXPECT_TRUE(found == whole || (status == SIGKILL && found == "old")) << step << found.substr(0, 100);
+        for (std::string const & file : FilesIn(folder))
+            EXPECT_TRUE(file == "part.xml" || file.starts_with("part.xml.tmp-")) << file;
     }
-    for (std::string const & file : FilesIn(folder)) EXPECT_TRUE(file == "part.xml" || file.starts_with("part.xml.tmp-"));
+    EXPECT_EQ(status, 0);
 }
 
 TEST(DocumentFile, FollowsLinksAndKeepsTheMode)
 {
     namespace fs = std::filesystem;
     TemporaryFolder const folder;
-    fs::create_directory(folder.Path("sub").str());
-    fs::path const target = folder.Write("sub/part.xml", "old").str();
-    fs::permissions(target, fs::perms(0640));
-    fs::create_symlink("sub/part.xml", folder.Path("link").str());
-    fs::create_symlink("link", folder.Path("chain").str());
-    fs::create_symlink("sub/new.xml", folder.Path("dangling").str());
-    fs::create_symlink("loop", folder.Path("loop").str());
+    auto const path = [&](std::string const & name) { return fs::path(folder.Path(name).str()); };
+    fs::create_directory(path("sub"));
+    folder.Write("sub/part.xml", "old");
+    fs::permissions(path("sub/part.xml"), fs::perms(0640));
+    std::pair<char const *, char const *> const links[] = {
+        {"link", "sub/part.xml"}, {"chain", "link"}, {"dangling", "sub/new.xml"}, {"loop", "loop"}};
+    for (auto const & [link, target] : links) fs::create_symlink(target, path(link));
 
     LHCDocument document;
     EXPECT_TRUE(document.SaveToFile(folder.Path("chain"))) << document.GetErrorText().str();
     EXPECT_TRUE(document.SaveToFile(folder.Path("dangling"))) << document.GetErrorText().str();
     EXPECT_FALSE(document.SaveToFile(folder.Path("loop")));
-    for (char const * const file : {"sub/part.xml", "sub/new.xml"})
-        EXPECT_EQ(folder.Read(file), Saved(document).str());
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-    EXPECT_EQ(fs::read_symlink(folder.Path("chain").str()), "link");
-    EXPECT_EQ(fs::read_symlink(folder.Path("dangling").str()), "sub/new.xml");
+    for (auto const file : {"sub/part.xml", "sub/new.xml"}) EXPECT_EQ(folder.Read(file), Saved(document).str());
+    EXPECT_EQ(fs::status(path("sub/part.xml")).permissions(), fs::perms(0640));
+    for (auto const & [link, target] : links) EXPECT_EQ(fs::read_symlink(path(link)), target);
     EXPECT_EQ(FilesIn(folder), (std::set<std::string>{"sub", "link", "chain", "dangling", "loop"}));
 
     LCString const longest = folder.Path(std::string(255, 'n'));
-    EXPECT_TRUE(document.SaveToFile(longest)) << document.GetErrorText().str();
-    EXPECT_TRUE(LHCDocument().LoadFromFile(longest));
+    EXPECT_TRUE(document.SaveToFile(longest) && LHCDocument().LoadFromFile(longest)) << document.GetErrorText().str();
 }
 
 TEST(DocumentFile, WritesStraightIntoWhatIsNoFile)
@@ -478,8 +367,7 @@ TEST(DocumentFile, WritesStraightIntoWhatIsNoFile)
     EXPECT_FALSE(document.LoadFromFile("/dev/zero"));
 }
 
-void Build(LCParagraph & root)
-{
+bool Build(LCParagraph & root) try {
     auto const longText = [](int i) { return LCString("a text that is not short ") + LCString(i); };
     for (int i = 0; i < 17; ++i) {
         root.CreateParagraph(longText(i))->SetAttributeAsString(longText(i), longText(i));
@@ -488,18 +376,19 @@ void Build(LCParagraph & root)
     }
     root.GetParagraph(longText(3))->SetName(longText(50));
     root.CopyToParagraph(*root.GetParagraph(longText(50)));
-    root.RemoveParagraphsWithName(longText(5));
+    return root.RemoveParagraphsWithName(longText(5)) > 0;
+} catch (std::bad_alloc const &) {
+    return false;  // any part of it may be there
 }
 
 TEST(DocumentFile, AnyAllocationMayFail)
 {
     TemporaryFolder const folder;
-    LHCDocument built;
+    LHCDocument built, empty;
     Build(built.GetRootParagraph());
-    LCString const whole = Saved(built);
-    LCString const path = folder.Write("part.xml", whole.str());
-    struct { std::string what; std::function<bool(LHCDocument &)> run; } const rows[] = {
-        {"build", [](LHCDocument & d) { return Build(d.GetRootParagraph()), true; }},
+    LCString const whole = Saved(built), present = Saved(empty), path = folder.Path("part.xml");
+    std::pair<std::string, std::function<bool(LHCDocument &)>> const rows[] = {
+        {"build", [](LHCDocument & d) { return Build(d.GetRootParagraph()); }},
         {"load text", [&](LHCDocument & d) { return d.LoadFromText(whole); }},
         {"load", [&](LHCDocument & d) { return d.LoadFromFile(path); }},
         {"save", [&](LHCDocument & d) { return d.SaveToFile(path); }},
@@ -508,17 +397,12 @@ TEST(DocumentFile, AnyAllocationMayFail)
         bool failed = true;
         for (std::size_t number = 1; failed; ++number) {
             SCOPED_TRACE(what + " " + std::to_string(number));
+            folder.Write("part.xml", whole.str());
             std::size_t const before = LiveAllocations();
             {
                 LHCDocument document;
-                LCString const present = Saved(document);
-                bool done = false;
-                try {
-                    FailAllocation(number);
-                    done = run(document);
-                } catch (std::bad_alloc const &) {
-                    EXPECT_EQ(what, "build");  // of which any part may be there
-                }
+                FailAllocation(number);
+                bool const done = run(document);
                 failed = FailAllocation(0);
                 EXPECT_TRUE(done || what == "build" || document.GetErrorText().Contains("out of memory"));
                 LCString const now = Saved(document);
@@ -528,28 +412,19 @@ TEST(DocumentFile, AnyAllocationMayFail)
             }
             EXPECT_EQ(LiveAllocations(), before);
             EXPECT_EQ(FilesIn(folder), std::set<std::string>{"part.xml"});
-            folder.Write("part.xml", whole.str());
         }
     }
 }
 
-/// Counts what it is told, and cancels at the question of a number.
-class Observer : public LCInfo, public LCCheckCancel {
-public:
-    bool ShowInfo() override { return ++mivShown; }
-    bool HideInfo() override { return ++mivHidden; }
-    bool SetInfo(LCString const & info) override
-    {
-        movTold.insert(info.str());
-        return true;
-    }
-    bool IsCancelled() override { return ++mivAsked == mivCancelAt; }
+/// Notes what it is told, and cancels at the question of a number.
+struct Observer : LCInfo, LCCheckCancel {
+    bool ShowInfo() override { return SetInfo("shown"); }
+    bool HideInfo() override { return SetInfo("hidden"); }
+    bool SetInfo(LCString const & info) override { return movTold.push_back(info), true; }
+    bool IsCancelled() override { return --mivLeft == 0; }
 
-    int mivShown = 0;
-    int mivHidden = 0;
-    int mivAsked = 0;
-    int mivCancelAt = 0;
-    std::set<std::string> movTold;
+    std::vector<LCString> movTold;
+    int mivLeft = 0;
 };
 
 TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
@@ -568,27 +443,24 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
         Observer observer;
         document.SetProgress(&observer, &observer);
         EXPECT_TRUE(run()) << what;
-        EXPECT_EQ(observer.mivShown, 1) << what;
-        EXPECT_EQ(observer.mivHidden, 1) << what;
-        EXPECT_GT(observer.movTold.size(), 20u) << what;
-        EXPECT_TRUE(observer.movTold.begin()->starts_with(what + ": ")) << *observer.movTold.begin();
+        std::vector<LCString> & told = observer.movTold;
+        ASSERT_GT(told.size(), 22u) << what;
+        EXPECT_EQ(std::set<LCString>(told.begin(), told.end()).size(), told.size()) << what;
+        EXPECT_TRUE(told[0] == "shown" && told[1].str().starts_with(what + ": ") && told.back() == "hidden") << what;
 
-        std::string const before = folder.Read("long.xml");
         for (int const question : {1, 10}) {
-            observer.mivAsked = 0;
-            observer.mivCancelAt = question;
+            observer.mivLeft = question;
+            told = {"nothing shown"};
             EXPECT_FALSE(run()) << what;
             EXPECT_TRUE(document.GetErrorText().Contains("cancelled")) << what;
-            EXPECT_EQ(observer.mivShown, observer.mivHidden) << what;
+            EXPECT_EQ(told.back(), question == 1 ? "nothing shown" : "hidden") << what;
         }
-        EXPECT_EQ(folder.Read("long.xml"), before);
         EXPECT_EQ(FilesIn(folder).size(), 1u);
         EXPECT_NE(document.GetRootParagraph().GetParagraph("p"), nullptr);
     }
     Observer observer;
     document.SetProgress(&observer, nullptr);
-    EXPECT_TRUE(document.LoadFromText("<short/>"));
-    EXPECT_EQ(observer.mivShown, 0);
+    EXPECT_TRUE(document.LoadFromText("<short/>") && observer.movTold.empty());
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ inline LCString Text(LCParagraph & paragraph)
     LCString inner;
     LCStringVector names(1, "what was there");
     paragraph.GetAttributeNames(names);
-    for (LCString const & name : names) inner += LCString(" @") + name + "=" + paragraph.GetAttributeAsString(name, "?");
+    for (auto const & name : names) inner += LCString(" @") + name + "=" + paragraph.GetAttributeAsString(name, "?");
     LCParagraphList children;
     paragraph.GetParagraphs(children);
     for (LCParagraph * const child : children) inner += LCString(" ") + Text(*child);
@@ -38,6 +38,6 @@ public:
     }
 
     bool mbvFind = false;
-    bool mbvFlag = false;  // the flag of the last call that has one
+    bool mbvFlag = false;  // of the last call that has one
     bool mbvDeny = false;
 };

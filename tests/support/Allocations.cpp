@@ -1,22 +1,6 @@
 #include "support/Allocations.h"
 
 #include <cstdlib>
-#include <new>
-#include <utility>
-
-namespace {
-
-thread_local std::size_t givCount = 0;
-thread_local std::size_t givBytes = 0;
-thread_local std::size_t givFreed = 0;
-thread_local std::size_t givUntilFailure = 0;
-
-}  // namespace
-
-std::size_t AllocationCount() { return givCount; }
-std::size_t AllocatedBytes() { return givBytes; }
-std::size_t LiveAllocations() { return givCount - givFreed; }
-bool FailAllocation(std::size_t n) { return std::exchange(givUntilFailure, n) == 0; }
 
 // The temporary buffers of the standard algorithms come from this one.
 void * operator new(std::size_t size, std::nothrow_t const &) noexcept
@@ -35,7 +19,7 @@ void * operator new(std::size_t size)
 
 void operator delete(void * block) noexcept
 {
-    givFreed += block != nullptr ? 1 : 0;
+    givFreed += block != nullptr;
     std::free(block);
 }
 void operator delete(void * block, std::size_t) noexcept { operator delete(block); }

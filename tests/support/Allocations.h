@@ -2,19 +2,22 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+inline thread_local std::size_t givCount = 0, givBytes = 0, givFreed = 0, givUntilFailure = 0;
+
 /// The blocks that this thread has had from `operator new` so far. Types that ask for more than the usual
 /// alignment do not count.
-std::size_t AllocationCount();
+inline std::size_t AllocationCount() { return givCount; }
 /// Their sizes together. What was given back is not taken off.
-std::size_t AllocatedBytes();
+inline std::size_t AllocatedBytes() { return givBytes; }
 /// Those that it has not given back.
-std::size_t LiveAllocations();
+inline std::size_t LiveAllocations() { return givCount - givFreed; }
 
 /// The `n`-th of this thread's allocations from here on fails; 0 for none. Whether the one named before has failed.
-bool FailAllocation(std::size_t n);
+inline bool FailAllocation(std::size_t n) { return std::exchange(givUntilFailure, n) == 0; }
 
 /// How many blocks a call takes.
 template <typename Call> std::size_t AllocationsOf(Call call)
