@@ -332,6 +332,26 @@ TEST(DocumentFile, AFailureOrTheEndAtAnyStepLeavesTheOldFileAndDocumentAlone)
     EXPECT_EQ(status, 0);
 }
 
+TEST(DocumentFile, AKillAtAnyMomentLeavesOneOfTheTwoFiles)
+{
+    TemporaryFolder const folder;
+    LCString const path = folder.Path("part.xml");
+    LHCDocument documents[2];
+    for (std::size_t i : {0, 1}) documents[i].GetRootParagraph().SetValueAsString(std::string(i == 0 ? 300000 : 9000, 'x'), true);
+    EXPECT_TRUE(documents[0].SaveToFile(path));
+    for (int kill = 0, moment = 0; kill < Rounds(10); ++kill, moment = (moment + 7919) % 20000) {
+        ::pid_t const saver = ::fork();
+        if (saver == 0) {
+            for (int i = 1;; i = 1 - i) documents[i].SaveToFile(path);
+        }
+        ::usleep(static_cast<unsigned>(moment));
+        ::kill(saver, SIGKILL);
+        ::waitpid(saver, nullptr, 0);
+        LCString const found = folder.Read("part.xml");
+        EXPECT_TRUE(found == Saved(documents[0]) || found == Saved(documents[1])) << found.Left(100).str();
+    }
+}
+
 TEST(DocumentFile, FollowsLinksAndKeepsTheMode)
 {
     namespace fs = std::filesystem;
