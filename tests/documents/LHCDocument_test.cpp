@@ -337,7 +337,7 @@ TEST(DocumentFile, AKillAtAnyMomentLeavesOneOfTheTwoFiles)
     TemporaryFolder const folder;
     LCString const path = folder.Path("part.xml");
     LHCDocument documents[2];
-    for (std::size_t i : {0, 1}) documents[i].GetRootParagraph().SetValueAsString(std::string(i == 0 ? 300000 : 9000, 'x'), true);
+    for (int i : {0, 1}) documents[i].GetRootParagraph().SetValueAsString(std::string(i == 0 ? 300000 : 9000, 'x'), true);
     EXPECT_TRUE(documents[0].SaveToFile(path));
     for (int kill = 0, moment = 0; kill < Rounds(10); ++kill, moment = (moment + 7919) % 20000) {
         ::pid_t const saver = ::fork();

@@ -184,7 +184,7 @@ TEST(String, WithoutMemoryACallDoesNothingOrReportsIt)
     for (auto const call : std::initializer_list<void (*)(LCString &, LCString const &)>{
              [](LCString & s, LCString const & o) { s += o; }, [](LCString & s, LCString const & o) { s &= o; },
              [](LCString & s, LCString const & o) { s &= o + s; }, [](LCString & s, LCString const & o) { s = o; },
-             [](LCString & s, LCString const & o) { s.insert(3, o); }, [](LCString & s, LCString const &) { s &= s; },
+             [](LCString & s, LCString const & o) { s.insert(3, o); }, [](LCString & s, LCString const &) { s &= *&s; },
              [](LCString & s, LCString const & o) { s.ReplaceInString("x", o); },
              [](LCString & s, LCString const & o) { s.ReplaceInStringCI("X", o); },
              [](LCString & s, LCString const & o) { s.assign(o.c_str(), 90); },
