@@ -267,11 +267,6 @@ std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
         return CompareFields(other, other.mivDay, other.mivHour, other.mivMin);
     }
     long long const shift = static_cast<long long>(mivTimeZoneBias) - other.mivTimeZoneBias;
-    if (DateIsPlain() && other.DateIsPlain() && other.TimeIsInRange() && shift >= -2880 && shift <= 2880) {
-        // Two days and a time of day move a date by at most 3 days, 6 by this count.
-        long long const apart = PlainDay() - other.PlainDay();
-        if (apart < -6 || apart > 6) return apart <=> 0;
-    }
     // What the zone changes is mostly the time of day, and the day within its month.
     long long const min = other.mivHour * 60LL + other.mivMin + shift;
     int const days = (min >= 1440) - (min < 0);
@@ -281,6 +276,11 @@ std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
         auto const m = static_cast<unsigned int>(minOfDay);
         return CompareFields(other, static_cast<int>(day), static_cast<int>(m / 60),
                              static_cast<int>(m % 60));
+    }
+    if (DateIsPlain() && other.DateIsPlain() && other.TimeIsInRange() && shift >= -2880 && shift <= 2880) {
+        // Two days and a time of day move a date by at most 3 days, 6 by this count.
+        long long const apart = PlainDay() - other.PlainDay();
+        if (apart < -6 || apart > 6) return apart <=> 0;
     }
     return Compare(LCDateTime(other, mivTimeZoneBias));
 }
