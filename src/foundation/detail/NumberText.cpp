@@ -64,18 +64,6 @@ std::uint64_t EvaluateDigits(std::uint64_t word, int count)
     return (word & 0x0000FFFF0000FFFF) * (std::uint64_t{10000} * 4294967296 + 1) >> 32;
 }
 
-/// "00" to "99", one behind the other.
-consteval std::array<char, 200> DigitPairs()
-{
-    std::array<char, 200> pairs{};
-    for (unsigned i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}
-constexpr auto digitPairs = DigitPairs();
-
 /// Writes exactly `count` digits of `v` so that they end at `last`.
 void WriteDigits(char * last, std::uint64_t v, int count)
 {

@@ -1,11 +1,24 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 // The two ways between numbers and text, in the classic locale and without streams.
 namespace qrtcl::number {
+
+consteval std::array<char, 200> DigitPairs()
+{
+    std::array<char, 200> pairs{};
+    for (unsigned i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}
+/// "00" to "99", one behind the other.
+inline constexpr std::array<char, 200> digitPairs = DigitPairs();
 
 /// Fixed notation with `precision` (not negative) digits behind the point, exactly rounded (ties to even).
 /// With `trim`, without the zeros at the end of the fraction; a point left at the end goes as well. Throws
