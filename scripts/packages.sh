@@ -22,8 +22,8 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build ccache libxml2-dev)
-test_packages=(libgtest-dev)
+test_packages=(libgtest-dev pkg-config libglib2.0-dev libuv1-dev)  # two of them for the examples' event loops
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev python3 libxml2-utils locales)
-bench_packages=(libbenchmark-dev python3 pkg-config libfast-float-dev libfmt-dev libboost-dev libabsl-dev libpoco-dev
-    libsigc++-2.0-dev libuv1-dev libasio-dev nlohmann-json3-dev libexpat1-dev libpugixml-dev libtinyxml2-dev libssl-dev uuid-dev
-    libglib2.0-dev qt6-base-dev)
+bench_packages=("${test_packages[@]}" libbenchmark-dev python3 libfast-float-dev libfmt-dev libboost-dev libabsl-dev libpoco-dev
+    libsigc++-2.0-dev libasio-dev nlohmann-json3-dev libexpat1-dev libpugixml-dev libtinyxml2-dev libssl-dev uuid-dev
+    qt6-base-dev)
