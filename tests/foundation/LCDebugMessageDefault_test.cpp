@@ -1,7 +1,6 @@
 #include "foundation/LCDebugMessageDefault.h"
 
 #include <optional>
-#include <string>
 
 #include "foundation/LHCMessageBox.h"
 #include "support/Support.h"
@@ -27,9 +26,8 @@ TEST(DebugMessageDefault, EachOneShowsABoxAsLongAsItLivesAndOnlyYesIsYes)
     EXPECT_FALSE(covDebugMessage.mbvReportEnabled);
     EXPECT_EQ(outcome(true), "yes");
     std::optional<LCDebugMessageDefault> first(std::in_place), second;
-    for (chosen = -1; chosen < 9; ++chosen) {
+    for (chosen = -1; chosen < 9; ++chosen)
         EXPECT_EQ(outcome(chosen % 2 != 0), std::string("caption|note|0 caption|question|4 ") + (chosen == 6 ? "yes" : "no"));
-    }
     second.emplace();
     EXPECT_EQ(outcome(true), "caption|note|0 caption|note|0 caption|question|4 caption|question|4 no");
     second.reset();
@@ -38,7 +36,7 @@ TEST(DebugMessageDefault, EachOneShowsABoxAsLongAsItLivesAndOnlyYesIsYes)
     covDebugMessage.mbvReportEnabled = true;
     first.reset();
     EXPECT_EQ(outcome(covDebugMessage.mbvReportEnabled), "yes");
-    covDebugMessage = LCDebugMessage();
+    covDebugMessage.mbvReportEnabled = false;
     LHCMessageBox::SetPresenter({});
 }
 

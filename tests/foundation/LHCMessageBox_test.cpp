@@ -1,7 +1,6 @@
 #include "foundation/LHCMessageBox.h"
 
 #include <pty.h>
-#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
