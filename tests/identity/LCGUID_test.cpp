@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <set>
-#include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -66,11 +65,10 @@ TEST(GUID, IsCanonicalAndRandomAndNeitherThreadsNorForkedChildrenRepeatOne)
     for (std::size_t at = 0; at < all.size(); ++at) digits[at % 36].insert(all[at]);
     for (std::size_t at = 0; at < all.size(); at += 36) seen.insert(all.substr(at, 36));
     EXPECT_EQ(seen.size(), 6u * 300);
-    for (int at = 0; at < 36; ++at) {
-        bool const isDash = at == 8 || at == 13 || at == 18 || at == 23;
+    std::string const form = "FFFFFFFF-FFFF-4FFF-BFFF-FFFFFFFFFFFF";
+    for (std::size_t at = 0; at < form.size(); ++at)
         EXPECT_EQ(std::string(digits[at].begin(), digits[at].end()),
-                  isDash ? "-" : at == 14 ? "4" : at == 19 ? "89AB" : "0123456789ABCDEF") << at;
-    }
+                  form[at] == 'F' ? "0123456789ABCDEF" : form[at] == 'B' ? "89AB" : form.substr(at, 1)) << at;
 }
 
 }  // namespace

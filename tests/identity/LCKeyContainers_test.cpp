@@ -19,12 +19,10 @@ template <typename... Containers> void ExpectKeys(auto key)
         constexpr bool moves = !std::derived_from<typename T::value_type, LCKey>;
         static_assert(!std::is_constructible_v<T, std::initializer_list<typename T::value_type>>);
         static_assert(std::has_virtual_destructor_v<T> != moves && std::is_nothrow_move_assignable_v<T> == moves);
-        bool exact = false, ignoringCase = false;
         EXPECT_EQ(AllocationsOf([&] {
-            exact = keys.Contains(lower) && !keys.Contains(mixed);
-            ignoringCase = keys.ContainsCI(mixed) && !keys.ContainsCI(revised);
+            EXPECT_TRUE(keys.Contains(lower) && !keys.Contains(mixed));
+            EXPECT_TRUE(keys.ContainsCI(mixed) && !keys.ContainsCI(revised));
         }), 0u);
-        EXPECT_TRUE(exact && ignoringCase);
         ExpectAllOrNothing(keys, [](T & changed) { changed.ToLowerCase(); });
         if constexpr (requires { keys.FindCI(lower); }) {
             EXPECT_TRUE(keys.FindCI(lower) == std::next(keys.begin()) && keys.FindCI(revised) == keys.end());
@@ -33,14 +31,12 @@ template <typename... Containers> void ExpectKeys(auto key)
         EXPECT_TRUE(keys.Contains(lower) && !keys.Contains(upper));
         keys.ToUpperCase();
         EXPECT_TRUE(keys.Contains(upper) && !keys.Contains(lower));
-        std::size_t const size = qrtcl::OrderedSet<T> ? 2 : 3;
-        T const target = std::move(keys);
-        EXPECT_EQ(std::pair(keys.size(), target.size()), std::pair(moves ? 0 : size, size));
+        EXPECT_EQ(keys.size(), qrtcl::OrderedSet<T> ? 2u : 3u);
     };
     (expect(Make<Containers>({key("A", 2), upper, lower})), ...);
 }
 
-TEST(KeyContainers, AreSearchedAndChangeCaseAndAreEmptyAfterAMoveOrKeepTheirElements)
+TEST(KeyContainers, AreSearchedAndChangeCase)
 {
     LCString const rest(20, '0');
     auto const key = [&](LCString const & id, int revision) { return LCKeyIDRev(id + rest, 1, revision); };
@@ -52,40 +48,27 @@ TEST(KeyContainers, AreSearchedAndChangeCaseAndAreEmptyAfterAMoveOrKeepTheirElem
     ExpectKeys<LCKeyKindIDList, LCKeyKindIDSet>([&](auto id, int i) { return LCKeyKindID(LCString(i), id + rest); });
     ExpectKeys<LCKeyIDRevPairList, LCKeyIDRevPairVector, LCKeyIDRevPairSet>(with(LCKeyIDRevPair()));
     ExpectKeys<LCKeyIDRevBoolPairList, LCKeyIDRevBoolPairVector, LCKeyIDRevBoolPairSet>(with(LCKeyIDRevBoolPair()));
-    ExpectKeys<LCKeyIDRevStringPairList, LCKeyIDRevStringPairVector, LCKeyIDRevStringPairSet>(
-        with(LCKeyIDRevStringPair()));
-}
-
-// Keys in a list are changed where they stand; in a set they are built anew, and so normalised. A text is no key.
-TEST(KeyContainers, ChangeTheCaseOfTheirKeysOnly)
-{
-    LCKeyIDRev const a("a", 1, 2), A("A", 1, 2);
-    LCKeyIDRev odd = a;
-    odd.ID.clear();
-    auto list = Make<LCKeyIDRevList>({odd});
-    auto set = Make<LCKeyIDRevSet>({odd});
-    list.ToUpperCase();
-    set.ToUpperCase();
-    EXPECT_EQ(list.front().Str() + set.begin()->Str(), "@1.2@-1.-1");
-    auto pairs = Make<LCKeyIDRevPairSet>({{A, A}, {a, a}});
-    auto texts = Make<LCKeyIDRevStringPairVector>({{A, "A"}});
-    pairs.ToLowerCase();
-    texts.ToLowerCase();
-    EXPECT_TRUE(pairs == Make<LCKeyIDRevPairSet>({{a, a}}) && texts == Make<LCKeyIDRevStringPairVector>({{a, "A"}}));
+    ExpectKeys<LCKeyIDRevStringPairList, LCKeyIDRevStringPairVector>(with(LCKeyIDRevStringPair()));
+    ExpectKeys<LCKeyIDRevStringPairSet>(with(LCKeyIDRevStringPair()));
 }
 
 // Sorting looks past the revision, finding equal neighbours does not.
-TEST(KeyContainers, SortStablyAndMergeNeighbours)
+TEST(KeyContainers, ChangeTheCaseOfTheirKeysOnlySortStablyAndMergeNeighbours)
 {
-    LCString const a(20, 'a'), A(20, 'A');
-    LCKeyIDRev const a1(a, 1, 0), A1(A, 1, 0), a2(a, 2, 0), b("B", 0, 0);
-    auto keys = Make<LCKeyIDRevList>({b, a2, A1, a1, a2});
-    EXPECT_EQ(AllocationsOf([&] { keys.SortCI(), keys.UniqueCI(); }), 0u);
-    EXPECT_EQ(keys, Make<LCKeyIDRevList>({a2, A1, a2, b}));
-    auto pairs = Make<LCKeyIDRevPairList>({{a1, a1}, {A1, A1}, {A1, A1}});
+    LCKeyIDRev const a("a", 1, 0), A("A", 1, 0), a2("a", 2, 0), b("B", 0, 0);
+    auto set = Make<LCKeyIDRevPairSet>({{A, A}, {a, a}});
+    auto texts = Make<LCKeyIDRevStringPairVector>({{A, "A"}});
+    set.ToLowerCase();
+    texts.ToLowerCase();
+    EXPECT_TRUE(set == Make<LCKeyIDRevPairSet>({{a, a}}) && texts == Make<LCKeyIDRevStringPairVector>({{a, "A"}}));
+    auto keys = Make<LCKeyIDRevList>({b, a2, A, a, a2});
+    auto pairs = Make<LCKeyIDRevPairList>({{a, a}, {A, A}, {A, A}});
+    keys.SortCI();
+    keys.UniqueCI();
     pairs.UniqueCI();
     pairs.SortCI();
-    EXPECT_EQ(pairs, Make<LCKeyIDRevPairList>({{A1, A1}, {a1, a1}})) << "the second key is compared exactly";
+    EXPECT_EQ(keys, Make<LCKeyIDRevList>({a2, A, a2, b}));
+    EXPECT_EQ(pairs, Make<LCKeyIDRevPairList>({{A, A}, {a, a}})) << "the second key is compared exactly";
 }
 
 template <typename Flags, typename Texts, typename Keys> void ExpectPairs()
@@ -95,7 +78,6 @@ template <typename Flags, typename Texts, typename Keys> void ExpectPairs()
     EXPECT_TRUE(pairs.FindKey(a) == std::next(pairs.begin()) && pairs.FindKeyCI(a) == pairs.begin());
     EXPECT_TRUE(pairs.FindKey({"a", 1, 3}) == pairs.end() && !pairs.ContainsKeyCI({"a", 1, 3}));
     EXPECT_TRUE(pairs.ContainsKey(a) && !pairs.ContainsKey(b) && !pairs.ContainsKey({"", 1, 1}));
-    EXPECT_TRUE(pairs.ContainsCI({a, "Y"}) && !pairs.Contains({a, "Y"}));
     auto const keys = Make<Keys>({a, b});
     Flags const flags(keys);
     EXPECT_EQ(flags, Make<Flags>({{a, false}, {a, true}, {b, false}, {b, true}}));
@@ -112,8 +94,6 @@ template <typename Flags, typename Texts, typename Keys> void ExpectPairs()
     Make<Flags>({{a, false}, {b, true}}).ToKeyIDRevList(selected, true);
     for (char const * const text : {"x", ""}) Make<Texts>({{a, ""}, {c, "X"}}).ToKeyIDRevList(selected, text);
     EXPECT_EQ(selected, Make<LCKeyIDRevList>({b, a}));
-    std::string const longText(50, 'x');
-    EXPECT_EQ(AllocationsOf([&] { pairs.ToKeyIDRevList(selected, longText); }), 3u) << "the text is converted once";
 }
 
 TEST(KeyContainers, OfPairsAreSearchedByKeyAndComeFromKeysAndGiveThemBack)
