@@ -5,10 +5,10 @@
 #include <csignal>
 #include <cstring>
 #include <ctime>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <new>
+#include <optional>
 #include <set>
 
 #include <sys/wait.h>
@@ -39,12 +39,7 @@ LCString Saved(LHCDocument & document)
     return xml;
 }
 
-std::string Repeated(std::string const & text, int count)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i) all += text;
-    return all;
-}
+std::string Repeated(char const * text, int count) { return LCString(count, 'x').Replace("x", text).str(); }
 
 // Readers of stored files rely on this form.
 TEST(Document, IsStoredInThisForm)
@@ -58,30 +53,21 @@ TEST(Document, IsStoredInThisForm)
     root.SetParameterAsString("note", " a < b & c > d\r\n\"e\"\tf ", true);
     root.SetParameterAsString("blank", " \n", true);
     root.SetParameterAsString("empty", "", true);
-    root.CreateParagraph("none");
-    LCParagraph & both = *root.CreateParagraph("both");
-    both.SetValueAsString("v", true);
-    both.SetParameterAsBool("L 1", true);
     std::string expected = declaration + R"(<Part ID="A &quot;1&quot;&#9;&lt;&#10;" _x005F_value="stored">
   <thickness>1.5</thickness>
   <note> a &lt; b &amp; c &gt; d&#13;
 "e"	f </note>
   <blank _value=" &#10;"/>
   <empty _value=""/>
-  <none/>
-  <both _value="v">
-    <L_x0020_1>1</L_x0020_1>
-  </both>
 )"s;
     // What XML can't hold is escaped.
     struct { std::string text, name, value; } const rows[] = {
-        {"", "_x_", ""}, {"_x_", "_x005F_x_", "_x_"}, {"a:b", "a_x003A_b", "a:b"}, {"-1", "_x002D_1", "-1"},
+        {"", "_x_", ""}, {"_x_", "_x005F_x_", "_x_"}, {"L 1", "L_x0020_1", "L 1"}, {"a:b", "a_x003A_b", "a:b"}, {"-1", "_x002D_1", "-1"},
         {"xmlns", "_x0078_mlns", "xmlns"}, {"XMLish", "_x0058_MLish", "XMLish"}, {"\x01", "_x0001_", "_x0001_"},
         {"_x0041_", "_x005F_x0041_", "_x005F_x0041_"}, {"_x0041:", "_x005F_x0041_x003A_", "_x005F_x0041:"},
         {"\xC3\xA4", "_x00C3__x00A4_", "\xC3\xA4"}, {"\xC3", "_x00C3_", "_x00C3_"},  // a letter, half a letter
         {"\xF0\x9F\x98\x80", "_x00F0__x009F__x0098__x0080_", "\xF0\x9F\x98\x80"},
-        {"\xEF\xBF\xBE", "_x00EF__x00BF__x00BE_", "_x00EF__x00BF__x00BE_"},  // U+FFFE
-    };
+        {"\xEF\xBF\xBE", "_x00EF__x00BF__x00BE_", "_x00EF__x00BF__x00BE_"}};  // U+FFFE
     for (auto const & [text, name, value] : rows) {
         root.SetParameterAsString(text, text + ".", true);
         expected += "  <" + name + ">" + value + ".</" + name + ">\n";
@@ -121,8 +107,7 @@ TEST(Document, ReadsFilesOfOtherHands)
         {"<a>x<![CDATA[<&]]>y<!-- c --> z</a>", "<a>x&lt;&amp;y z</a>"}, {"<\xC3\xA4/>", "<_x00C3__x00A4_/>"},
         {"<a b='1' c=\"&#65;&#x42;&lt;\"/>", "<a b=\"1\" c=\"AB&lt;\"/>"}, {"<a>&apos;</a>", "<a>'</a>"},
         {"<a>_x0041_ _x00e4_ _x4E2D_</a>", "<a>A _x00E4_ _x005F_x4E2D_</a>"}, {"<a>&amp;amp;</a>", "<a>&amp;amp;</a>"},
-        {"<x:a xmlns:x='u' x:b='1'/>", "<x_x003A_a _x0078_mlns_x003A_x=\"u\" x_x003A_b=\"1\"/>"},
-    };
+        {"<x:a xmlns:x='u' x:b='1'/>", "<x_x003A_a _x0078_mlns_x003A_x=\"u\" x_x003A_b=\"1\"/>"}};
     for (auto const & [xml, stored] : rows) {
         LHCDocument document;
         EXPECT_TRUE(document.LoadFromText(xml)) << xml << ": " << document.GetErrorText().str();
@@ -164,8 +149,7 @@ TEST(Document, ErrorsSayWhatAndWhere)
         {"\xFF\xFE<\0a\0/\0>\0"s, "line 1, column 1: another encoding than UTF-8"},
         {"<a b='1' _x0062_=''/>", "line 1, column 20: attribute _x0062_ stands for one that is there"},
         {"<a/>\0\0"s, "line 1, column 5: zero bytes behind the end"},
-        {Repeated("<a>", 257), "line 1, column 771: more than 256 levels"},
-    };
+        {Repeated("<a>", 257), "line 1, column 771: more than 256 levels"}};
     LHCDocument document;
     auto const told = [&](char const * text) { return document.GetErrorText().Contains(text); };
     for (auto const & [xml, text] : rows) {
@@ -183,15 +167,13 @@ TEST(Document, TheRootStaysWhereItIs)
 {
     std::unique_ptr<LCDocument> const document(LHCDocumentCreator().CreateDocument());
     LCParagraph & root = document->GetRootParagraph();
-    EXPECT_EQ(Text(root), "Document");
-    EXPECT_TRUE(document->LoadFromText("<a b='1'>v<c><d/></c></a>"));
+    EXPECT_TRUE(Text(root) == "Document" && document->LoadFromText("<a b='1'>v<c><d/></c></a>"));
     EXPECT_EQ(root.GetParagraph("c")->GetParent(), &root);
     document->SetFindExisting(true);
     root.SetParameterAsString("c", "found", true);
     EXPECT_EQ(Text(document->GetRootParagraph()), "a=v{@b=1 c=found{d}}");
     document->Clear();
-    EXPECT_EQ(&document->GetRootParagraph(), &root);
-    EXPECT_EQ(Text(root), "Document");
+    EXPECT_TRUE(&document->GetRootParagraph() == &root && Text(root) == "Document");
 }
 
 TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
@@ -206,28 +188,21 @@ TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
     wide.GetRootParagraph().SetAttributeAsString("one", "more");
     LCString xml = "kept";
     EXPECT_FALSE(deep.SaveToText(xml) || wide.SaveToText(xml));
-    EXPECT_EQ(deep.GetErrorText(), "more than 256 levels at \"deep\"");
-    EXPECT_EQ(wide.GetErrorText(), "more than 10000 attributes at \"Document\"");
-    EXPECT_EQ(xml, "kept");
+    EXPECT_EQ(deep.GetErrorText() + "; " + wide.GetErrorText() + "; " + xml,
+              "more than 256 levels at \"deep\"; more than 10000 attributes at \"Document\"; kept");
 }
 
 // What is meant to keep a reader busy or to fill the memory takes no longer than its size.
 TEST(Document, HostileInputIsDoneQuickly)
 {
-    std::string attributes = "<a", names = "<a>";
+    std::string attributes = "<a";
     for (int i = 0; i < 400000; ++i) attributes += " b" + std::to_string(i) + "=''";
-    for (int i = 0; i < 600000; ++i) names += "<b" + std::to_string(i) + "/>";
-    std::string bomb = "<!DOCTYPE a [<!ENTITY b0 'b'>";
-    for (int i = 0; i < 20; ++i)
-        bomb += "<!ENTITY b" + std::to_string(i + 1) + " '" + Repeated("&b" + std::to_string(i) + ";", 10) + "'>";
     std::pair<std::string, bool> const rows[] = {
         {attributes, false}, {attributes + "/>", false}, {"<a b='>' " + attributes.substr(3) + "/>", false},
-        {bomb + "]><a b='&b20;'>&b20;</a>", false}, {Repeated("<a>", 3000000), false}, {names + "</a>", true},
         {"<a>" + Repeated("&#65;", 1000000) + "</a>", true}, {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
         {"<a b='" + Repeated("=\"", 1000000) + "'/>", true}, {"<" + Repeated("a", 5000000), false},
-        {"<a><![CDATA[ x<y " + Repeated("\"b\",", 20000) + "]]></a>", true},
-        {"<a>" + Repeated(" ", 1000000) + "x" + Repeated("<b/>", 200000) + "</a>", true},
-    };
+        {"<a><![CDATA[ x<y " + Repeated("\"b\",", 20000) + "]]></a>", true}, {Repeated("<a>", 3000000), false},
+        {"<a>" + Repeated(" ", 1000000) + "x" + Repeated("<b/>", 200000) + "</a>", true}};
     for (auto const & [xml, good] : rows) {
         LHCDocument document;
         std::clock_t const begin = std::clock();
@@ -332,27 +307,7 @@ TEST(DocumentFile, AFailureOrTheEndAtAnyStepLeavesTheOldFileAndDocumentAlone)
     EXPECT_EQ(status, 0);
 }
 
-TEST(DocumentFile, AKillAtAnyMomentLeavesOneOfTheTwoFiles)
-{
-    TemporaryFolder const folder;
-    LCString const path = folder.Path("part.xml");
-    LHCDocument documents[2];
-    for (int i : {0, 1}) documents[i].GetRootParagraph().SetValueAsString(std::string(i == 0 ? 300000 : 9000, 'x'), true);
-    EXPECT_TRUE(documents[0].SaveToFile(path));
-    for (int kill = 0, moment = 0; kill < Rounds(10); ++kill, moment = (moment + 7919) % 20000) {
-        ::pid_t const saver = ::fork();
-        if (saver == 0) {
-            for (int i = 1;; i = 1 - i) documents[i].SaveToFile(path);
-        }
-        ::usleep(static_cast<unsigned>(moment));
-        ::kill(saver, SIGKILL);
-        ::waitpid(saver, nullptr, 0);
-        LCString const found = folder.Read("part.xml");
-        EXPECT_TRUE(found == Saved(documents[0]) || found == Saved(documents[1])) << found.Left(100).str();
-    }
-}
-
-TEST(DocumentFile, FollowsLinksAndKeepsTheMode)
+TEST(DocumentFile, FollowsLinksKeepsTheModeAndWritesStraightIntoWhatIsNoFile)
 {
     namespace fs = std::filesystem;
     TemporaryFolder const folder;
@@ -365,25 +320,15 @@ TEST(DocumentFile, FollowsLinksAndKeepsTheMode)
     for (auto const & [link, target] : links) fs::create_symlink(target, path(link));
 
     LHCDocument document;
-    EXPECT_TRUE(document.SaveToFile(folder.Path("chain"))) << document.GetErrorText().str();
-    EXPECT_TRUE(document.SaveToFile(folder.Path("dangling"))) << document.GetErrorText().str();
-    EXPECT_FALSE(document.SaveToFile(folder.Path("loop")));
+    for (auto const link : {"chain", "dangling", "loop"})
+        EXPECT_EQ(document.SaveToFile(folder.Path(link)), link != "loop"s) << document.GetErrorText().str();
     for (auto const file : {"sub/part.xml", "sub/new.xml"}) EXPECT_EQ(folder.Read(file), Saved(document).str());
     EXPECT_EQ(fs::status(path("sub/part.xml")).permissions(), fs::perms(0640));
     for (auto const & [link, target] : links) EXPECT_EQ(fs::read_symlink(path(link)), target);
     EXPECT_EQ(FilesIn(folder), (std::set<std::string>{"sub", "link", "chain", "dangling", "loop"}));
-
-    LCString const longest = folder.Path(std::string(255, 'n'));
-    EXPECT_TRUE(document.SaveToFile(longest) && LHCDocument().LoadFromFile(longest)) << document.GetErrorText().str();
-}
-
-TEST(DocumentFile, WritesStraightIntoWhatIsNoFile)
-{
-    LHCDocument document;
-    EXPECT_TRUE(document.SaveToFile("/dev/null")) << document.GetErrorText().str();
-    EXPECT_FALSE(std::filesystem::is_regular_file("/dev/null"));
-    EXPECT_FALSE(document.SaveToFile("/dev/full"));
-    EXPECT_TRUE(document.GetErrorText().Contains(std::strerror(ENOSPC)));
+    EXPECT_TRUE(document.SaveToFile(folder.Path(std::string(255, 'n')))) << document.GetErrorText().str();
+    EXPECT_TRUE(document.SaveToFile("/dev/null") && !fs::is_regular_file("/dev/null")) << document.GetErrorText().str();
+    EXPECT_TRUE(!document.SaveToFile("/dev/full") && document.GetErrorText().Contains(std::strerror(ENOSPC)));
     EXPECT_FALSE(document.LoadFromFile("/dev/zero"));
 }
 
@@ -397,9 +342,7 @@ bool Build(LCParagraph & root) try {
     root.GetParagraph(longText(3))->SetName(longText(50));
     root.CopyToParagraph(*root.GetParagraph(longText(50)));
     return root.RemoveParagraphsWithName(longText(5)) > 0;
-} catch (std::bad_alloc const &) {
-    return false;  // any part of it may be there
-}
+} catch (std::bad_alloc const &) { return false; }  // any part of it may be there
 
 TEST(DocumentFile, AnyAllocationMayFail)
 {
@@ -411,26 +354,23 @@ TEST(DocumentFile, AnyAllocationMayFail)
         {"build", [](LHCDocument & d) { return Build(d.GetRootParagraph()); }},
         {"load text", [&](LHCDocument & d) { return d.LoadFromText(whole); }},
         {"load", [&](LHCDocument & d) { return d.LoadFromFile(path); }},
-        {"save", [&](LHCDocument & d) { return d.SaveToFile(path); }},
-    };
+        {"save", [&](LHCDocument & d) { return d.SaveToFile(path); }}};
     for (auto const & [what, run] : rows) {
         bool failed = true;
         for (std::size_t number = 1; failed; ++number) {
             SCOPED_TRACE(what + " " + std::to_string(number));
             folder.Write("part.xml", whole.str());
             std::size_t const before = LiveAllocations();
-            {
-                LHCDocument document;
-                FailAllocation(number);
-                bool const done = run(document);
-                failed = FailAllocation(0);
-                EXPECT_TRUE(done || what == "build" || document.GetErrorText().Contains("out of memory"));
-                LCString const now = Saved(document);
-                EXPECT_TRUE(now == (done && what != "save" ? whole : present) || (what == "build" && !done));
-                EXPECT_EQ(folder.Read("part.xml"), done && what == "save" ? present.str() : whole.str());
-                EXPECT_TRUE(what != "build" || LHCDocument().LoadFromText(now));
-            }
+            std::optional<LHCDocument> document(std::in_place);
+            FailAllocation(number);
+            bool const done = run(*document);
+            failed = FailAllocation(0);
+            EXPECT_TRUE(done || what == "build" || document->GetErrorText().Contains("out of memory"));
+            EXPECT_TRUE(what == "build" && !done ? LHCDocument().LoadFromText(Saved(*document))
+                                                 : Saved(*document) == (done && what != "save" ? whole : present));
+            document.reset();
             EXPECT_EQ(LiveAllocations(), before);
+            EXPECT_EQ(folder.Read("part.xml"), done && what == "save" ? present.str() : whole.str());
             EXPECT_EQ(FilesIn(folder), std::set<std::string>{"part.xml"});
         }
     }
@@ -451,32 +391,27 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
 {
     TemporaryFolder const folder;
     LCString const path = folder.Path("long.xml");
+    LCString xml;
     LHCDocument document;
     for (int i = 0; i < 100000; ++i) document.GetRootParagraph().SetParameterAsInteger("p", i);
-    LCString xml;
     std::pair<std::string, std::function<bool()>> const rows[] = {
         {"Saving " + path.str(), [&] { return document.SaveToFile(path); }},
         {"Loading " + path.str(), [&] { return document.LoadFromFile(path); }},
-        {"Saving", [&] { return document.SaveToText(xml); }}, {"Loading", [&] { return document.LoadFromText(xml); }},
-    };
+        {"Saving", [&] { return document.SaveToText(xml); }}, {"Loading", [&] { return document.LoadFromText(xml); }}};
     for (auto const & [what, run] : rows) {
         Observer observer;
         document.SetProgress(&observer, &observer);
-        EXPECT_TRUE(run()) << what;
         std::vector<LCString> & told = observer.movTold;
-        ASSERT_GT(told.size(), 22u) << what;
+        ASSERT_TRUE(run() && told.size() > 22) << what;
         EXPECT_EQ(std::set<LCString>(told.begin(), told.end()).size(), told.size()) << what;
         EXPECT_TRUE(told[0] == "shown" && told[1].str().starts_with(what + ": ") && told.back() == "hidden") << what;
-
         for (int const question : {1, 10}) {
             observer.mivLeft = question;
             told = {"nothing shown"};
-            EXPECT_FALSE(run()) << what;
-            EXPECT_TRUE(document.GetErrorText().Contains("cancelled")) << what;
+            EXPECT_TRUE(!run() && document.GetErrorText().Contains("cancelled")) << what;
             EXPECT_EQ(told.back(), question == 1 ? "nothing shown" : "hidden") << what;
         }
-        EXPECT_EQ(FilesIn(folder).size(), 1u);
-        EXPECT_NE(document.GetRootParagraph().GetParagraph("p"), nullptr);
+        EXPECT_TRUE(FilesIn(folder).size() == 1 && document.GetRootParagraph().GetParagraph("p") != nullptr) << what;
     }
     Observer observer;
     document.SetProgress(&observer, nullptr);
