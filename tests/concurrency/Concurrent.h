@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <random>
-#include <string>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
@@ -29,15 +27,10 @@ constexpr LCULong forever = 0xFFFFFFFF;
 /// Work for a thread that is stopped or ended from outside. It keeps out of the thread sanitizer, where that could
 /// not be done.
 [[noreturn]] __attribute__((no_sanitize("thread"))) inline void CountForEver(std::atomic<unsigned> & count)
-{
-    for (;;) count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-}
+{ for (;;) count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed); }
 
 /// A wait whose end shows that something has happened; the test's own time limit is the only other end.
-template <typename Condition> void Await(Condition condition)
-{
-    while (!condition()) std::this_thread::yield();
-}
+void Await(auto condition) { while (!condition()) std::this_thread::yield(); }
 
 /// A thread that runs a function. Destroyed while it runs, it ends by force, with the function still there.
 struct Work {
@@ -46,7 +39,7 @@ struct Work {
     LCEvent1Param<LCThread &>::LCHandler handler{*this, &Work::Run};
 };
 struct Runner : Work, LHCThread {
-    explicit Runner(std::function<void(LCThread &)> work) : Work{std::move(work)}, LHCThread(true) { OnExecute << handler; }
+    explicit Runner(decltype(function) work) : Work{std::move(work)}, LHCThread(true) { OnExecute << handler; }
 };
 
 /// A timer with a receiver that runs a function.
@@ -62,11 +55,9 @@ struct TestClock {
     TestClock()
     {
         now = 0;
-        auto const wait = [](platform::Moment until) noexcept { now = std::max(now, until); };
-        platform::ReplaceTickClock({[]() noexcept { return now; }, wait});
+        platform::ReplaceTickClock({[]() noexcept { return now; }, [](auto end) noexcept { now = std::max(now, end); }});
     }
     ~TestClock() { platform::ReplaceTickClock({}); }
-
     static int Now() { return static_cast<int>(now / 1'000'000); }
     static void Advance(int milliseconds) { now += platform::Moment{milliseconds} * 1'000'000; }
     /// Runs what comes within so many milliseconds.

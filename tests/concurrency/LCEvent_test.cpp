@@ -69,12 +69,11 @@ template <typename Event> std::string CallsOf(Actions const & outer, Actions con
         --depth;
         log += ')';
     };
-    for (Receiver & each : receivers) {
+    for (Receiver & each : receivers)
         each.call = [&] {
             log += static_cast<char>('0' + (&each - receivers));
             for (int i = 0; i < 2 && done < 100; ++i) act(inner[done++ % inner.size()]);  // or lists grow without end
         };
-    }
     for (auto const & action : outer) act(action);
     return log;
 }

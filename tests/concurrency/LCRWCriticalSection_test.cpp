@@ -68,8 +68,7 @@ TEST(RWCriticalSection, GoesByItsRules)
         {"who comes first is first", "Aw+ BR CW DR ER FW Ay B=+ C~ Bx C=+ D~ E~ F~ Cy D=+ E=+ F~ Dx F~ Ex F=+"},
         {"time-outs leave nothing behind", "Aw+ BT Ct DT B=- C=- D=- Ay Bw+ By Ar+ CT C=- Br+"},
         {"a writer that gives up lets those behind in", "Ar+ BT CR DW B=- C=+ D~ Ax Cx D=+"},
-        {"one that waits behind it too", "Ar+ BW CT DR C=- D~ Ax B=+ D~ By D=+"},
-    };
+        {"one that waits behind it too", "Ar+ BW CT DR C=- D~ Ax B=+ D~ By D=+"}};
     for (auto const & row : rows) {
         SCOPED_TRACE(row.rule);
         Play(row.script);
