@@ -43,6 +43,13 @@ struct LCRWCriticalSection::Waiter {
     }
 };
 
+LCRWCriticalSection::~LCRWCriticalSection()
+{
+    // Who has let the last one in may still be on the way out of the queue.
+    Uninterrupted const uninterrupted;
+    std::lock_guard const guard(movQueueLock);
+}
+
 bool LCRWCriticalSection::TryEnter(bool asWriter)
 {
     std::uint32_t state = mivState.load(std::memory_order_relaxed);

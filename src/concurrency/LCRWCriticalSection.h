@@ -26,8 +26,9 @@ public:
     constexpr LCRWCriticalSection() noexcept = default;
     LCRWCriticalSection(LCRWCriticalSection const &) = delete;
     LCRWCriticalSection & operator=(LCRWCriticalSection const &) = delete;
-    /// Nobody may hold the lock or wait for it; this is not checked.
-    virtual ~LCRWCriticalSection() = default;
+    /// Nobody may hold the lock or wait for it; this is not checked. Whoever is the last to hold it may
+    /// destroy it, also while another's `UnlockWriter` has not yet returned.
+    virtual ~LCRWCriticalSection();
 
     // True if the lock is now held, false if the time is over.
 

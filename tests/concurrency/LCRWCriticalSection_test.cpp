@@ -21,6 +21,13 @@ struct Actor {
     std::jthread thread{LHCMessageLoop::Run};
 };
 
+bool Sleeps(int thread)
+{
+    std::string number, name, state;
+    std::ifstream("/proc/self/task/" + std::to_string(thread) + "/stat") >> number >> name >> state;
+    return state == "S";
+}
+
 /// Plays a script of steps: who, and what. r and w ask for a reader or writer lock without waiting, and get it (+) or
 /// not (-); R and W wait for one, t and T for 20 ms; = is what became of that wait, ~ says that it goes on; x and y
 /// unlock.
@@ -44,13 +51,8 @@ void Play(std::string const & script)
             EXPECT_TRUE(got || std::chrono::steady_clock::now() - start >= std::chrono::milliseconds(timeout));
             return got;
         };
-        auto const sleeps = [&id] {
-            std::string number, name, state;
-            std::ifstream("/proc/self/task/" + std::to_string(id) + "/stat") >> number >> name >> state;
-            return state == "S";
-        };
         if (std::strchr("=~", what) == nullptr) actor.Do(act);
-        if (std::strchr("RWtT", what) != nullptr) Await(sleeps);
+        if (std::strchr("RWtT", what) != nullptr) Await([&] { return Sleeps(id); });
         bool const ended = std::strchr("rwxy=", what) != nullptr;
         EXPECT_TRUE(!ended || actor.waiting.get() != step.ends_with('-'));
         EXPECT_TRUE(what != '~' || actor.waiting.wait_for(std::chrono::seconds(0)) == std::future_status::timeout);
@@ -108,6 +110,23 @@ TEST(RWCriticalSection, InvariantsHoldUnderManyThreads)
         users.clear();
         EXPECT_EQ(std::tuple(faults.load(), first, lock.LockWriter(0)), std::tuple(0, second, true)) << threads;
     }
+}
+
+// The thread sanitizer sees whether the unlock that let it in still touches the lock.
+TEST(RWCriticalSection, WhoHoldsItLastMayDestroyIt)
+{
+    auto lock = std::make_unique<LCRWCriticalSection>();
+    auto & first = *lock;
+    ASSERT_TRUE(first.LockWriter(0));
+    std::atomic<int> id{0};
+    std::jthread const last([&] {
+        id = ::gettid();
+        EXPECT_TRUE(lock->LockWriter(forever));
+        lock->UnlockWriter();
+        lock.reset();
+    });
+    Await([&] { return Sleeps(id); });
+    first.UnlockWriter();
 }
 
 }  // namespace
