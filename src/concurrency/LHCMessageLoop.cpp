@@ -65,7 +65,6 @@ private:
     void Arm(Moment moment);
 
     std::thread::id const mivThread = std::this_thread::get_id();
-    int const mivAlarm = OpenAlarm();  // negative if the system gives none; nobody then sees the loop
     /// Another event loop waits for the alarm: it is always set to what comes next, not only for a wait of
     /// our own.
     bool mbvWatched = false;
@@ -77,6 +76,10 @@ private:
     Moment mivArmed = never;
     std::deque<std::function<void()>> movCalls;
     Loop * mopNext = nullptr;
+
+    /// Negative if the system gives none; nobody then sees the loop. The last member: what comes up before it
+    /// may fail for want of memory.
+    int const mivAlarm = OpenAlarm();
 };
 
 constinit std::mutex covLoopsLock;

@@ -1,10 +1,14 @@
 #include "concurrency/LCTimer.h"
 
+#include <deque>
+#include <filesystem>
+
 #include "concurrency/Concurrent.h"
 #include "concurrency/LCClock.h"
 #include "concurrency/LCHighResTimer.h"
 #include "concurrency/detail/TimerTable.h"
 #include "platform/Clock.h"
+#include "support/Allocations.h"
 
 namespace {
 
@@ -180,6 +184,32 @@ TEST(Clock, ShowsTheTimeOfItsLastTickAndAStopwatchWhatLiesBetween)
     platform::ReplaceClock(nullptr);
     EXPECT_EQ(std::tuple(watch.GetTimeInSeconds(), watch.GetTimeInMilliseconds(), watch.GetTimeInMicroseconds(),
                          watch.GetTimeInNanoseconds()), std::tuple(1.5, 1500.0, 1.5e6, 1.5e9));
+}
+
+// On threads without a loop, which the first start makes. What is refused is lost, and nothing else is.
+TEST(Timer, DoesNotStartWithoutMemory)
+{
+    TestClock const clock;
+    auto const descriptors = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    auto const before = descriptors();
+    bool failed = true;
+    for (std::size_t number = 1; failed; ++number) {
+        std::jthread([&] {
+            int started = 0, ticks = 0;
+            std::deque<Ticker> timers;
+            for (int i = 0; i < 100; ++i) timers.emplace_back([&] { ++ticks; });
+            FailAllocation(number);
+            try {
+                for (Ticker & each : timers) started += each.Start();
+            } catch (std::bad_alloc const &) {}
+            failed = FailAllocation(0);
+            EXPECT_EQ(failed, started < 100) << number;
+            EXPECT_EQ(std::ranges::count_if(timers, &Ticker::IsRunning), started) << number;
+            TestClock::Pass(10);
+            EXPECT_TRUE(ticks == started && timers.back().Start()) << number;
+        });
+        EXPECT_EQ(descriptors(), before) << number;
+    }
 }
 
 }  // namespace
