@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <functional>
@@ -11,6 +12,7 @@
 #include <optional>
 #include <set>
 
+#include <libxml/xmlmemory.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -416,6 +418,34 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
     Observer observer;
     document.SetProgress(&observer, nullptr);
     EXPECT_TRUE(document.LoadFromText("<short/>") && observer.movTold.empty());
+}
+
+// The parser's own memory: from the first element on, the block of a number is refused.
+std::size_t parserBlocks = 0, refusedBlock = 0;
+bool IsRefused() { return ++parserBlocks == refusedBlock; }
+struct CountFromHere : LCCheckCancel {
+    bool IsCancelled() override { return parserBlocks = 0, false; }
+};
+
+TEST(DocumentFile, TheParserMayLackMemory)
+{
+    ::xmlMemSetup(std::free, [](std::size_t size) { return IsRefused() ? nullptr : std::malloc(size); },
+                  [](void * block, std::size_t size) { return IsRefused() ? nullptr : std::realloc(block, size); },
+                  [](char const * text) { return IsRefused() ? nullptr : ::strdup(text); });
+    std::string const xml = "<a><b c='d' xml:space='preserve'/><e f='" + std::string(70000, 'g') + "'/>&#65;h</a>";
+    LHCDocument whole, empty;
+    EXPECT_TRUE(whole.LoadFromText(xml));
+    CountFromHere count;
+    for (std::size_t number = 1, blocks = number; blocks >= number; ++number) {
+        LHCDocument document;
+        document.SetProgress(nullptr, &count);
+        parserBlocks = refusedBlock = number;
+        bool const loaded = document.LoadFromText(xml);
+        blocks = parserBlocks;
+        EXPECT_EQ(document.GetErrorText(), loaded ? "" : "out of memory") << number;
+        EXPECT_EQ(Saved(document), Saved(loaded ? whole : empty)) << number;
+    }
+    ::xmlMemSetup(std::free, std::malloc, std::realloc, ::strdup);
 }
 
 }  // namespace

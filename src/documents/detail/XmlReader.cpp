@@ -116,6 +116,23 @@ private:
     std::size_t mivAttributes = 0;
 };
 
+/// While one lives, all errors of the parser library on this thread go to a function. Where it is out of
+/// memory it often does not say in which parser, drops a text and goes on.
+class ErrorsOfThread {
+public:
+    ErrorsOfThread(void * argument, xmlStructuredErrorFunc function)
+    {
+        xmlSetStructuredErrorFunc(argument, function);
+    }
+    ErrorsOfThread(ErrorsOfThread const &) = delete;
+    ErrorsOfThread & operator=(ErrorsOfThread const &) = delete;
+    ~ErrorsOfThread() { xmlSetStructuredErrorFunc(mopFormerArgument, mopFormer); }
+
+private:
+    xmlStructuredErrorFunc const mopFormer = xmlStructuredError;
+    void * const mopFormerArgument = xmlStructuredErrorContext;
+};
+
 /// Builds the tree from what the parser tells.
 class XmlReader {
 public:
@@ -133,13 +150,8 @@ public:
 
     void Read()
     {
-        xmlResetLastError();
         xmlParseDocument(mopParser.get());
         if (mopThrown != nullptr) std::rethrow_exception(mopThrown);
-        // Without memory the parser drops a text, and says so only here.
-        if (xmlError const * const last = xmlGetLastError();
-            last != nullptr && last->code == XML_ERR_NO_MEMORY)
-            throw std::bad_alloc();
         if (mopParser->wellFormed == 0) throw Failure{"not well-formed"};
         // For the parser a zero is an end too. A file can have them behind its text after a crash of the
         // system.
@@ -168,10 +180,13 @@ private:
             Guarded(self, &XmlReader::AddText, text, size);
         };
         handlers.ignorableWhitespace = handlers.cdataBlock = handlers.characters;
-        handlers.error = OnError;
     }
 
-    static void OnError(void * self, char const *, ...) { Guarded(self, &XmlReader::HandleError); }
+    /// The parser's versions differ in whether the error is constant.
+    template <typename Error> static void OnError(void * self, Error * error)
+    {
+        Guarded(self, &XmlReader::HandleError, static_cast<xmlError const *>(error));
+    }
     static int OnRead(void * self, char * bytes, int size)
     {
         int count = 0;
@@ -303,15 +318,16 @@ private:
         return std::string_view(movText).substr(moaLevels[mivLevel - 1].textBegin);
     }
 
-    void HandleError()
+    void HandleError(xmlError const * error)
     {
-        xmlError const & error = mopParser->lastError;
-        if (error.level != XML_ERR_FATAL) return;
-        if (error.code == XML_ERR_NO_MEMORY || error.message == nullptr) throw std::bad_alloc();
-        std::string what(TrimWhiteSpace(error.message));
-        if (error.code == XML_ERR_TAG_NAME_MISMATCH && error.str1 != nullptr && error.str2 != nullptr)
-            what = "the element " + std::string(error.str1) + " ends as " + error.str2;  // has the right line
-        throw Failure{At(error.line, error.int2) + what};
+        if (error->code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+        if (error->level != XML_ERR_FATAL || error->ctxt != mopParser.get()) return;
+        if (error->message == nullptr) throw std::bad_alloc();
+        std::string what(TrimWhiteSpace(error->message));
+        // The parser's own text has the wrong line.
+        if (error->code == XML_ERR_TAG_NAME_MISMATCH && error->str1 != nullptr && error->str2 != nullptr)
+            what = "the element " + std::string(error->str1) + " ends as " + error->str2;
+        throw Failure{At(error->line, error->int2) + what};
     }
 
     Source & moSource;
@@ -340,6 +356,7 @@ private:
     std::array<Level, maximumLevels> moaLevels;
     std::string movText;
     std::string movRoom;
+    ErrorsOfThread const movErrors{this, &XmlReader::OnError};
 };
 
 }  // namespace
