@@ -47,7 +47,7 @@ public:
     /// `size` 0 is the end.
     virtual std::error_code Read(int file, char * bytes, std::size_t & size);
     virtual std::error_code Write(int file, char const * bytes, std::size_t & size);
-    /// Gives the file the mode of another one, and its owner if this process may.
+    /// Gives the file the mode of another one, and its owner and group as far as this process may.
     virtual std::error_code CopyRights(int file, FileState const & from);
     virtual std::error_code Sync(int file);
 

@@ -117,8 +117,10 @@ std::error_code FileCalls::Write(int file, char const * bytes, std::size_t & siz
 
 std::error_code FileCalls::CopyRights(int file, FileState const & from)
 {
-    // A change of the owner may take bits of the mode away, so the mode comes last.
-    [[maybe_unused]] int const refused = ::fchown(file, from.owner, from.group);
+    // Whoever may not give files away may still give them to a group of his own. A change of the owner may
+    // take bits of the mode away, so the mode comes last.
+    [[maybe_unused]] bool const given = ::fchown(file, from.owner, from.group) == 0 ||
+                                        ::fchown(file, static_cast<::uid_t>(-1), from.group) == 0;
     return Error(::fchmod(file, from.mode));
 }
 
