@@ -10,7 +10,12 @@ namespace qrtcl::platform {
 /// What a path leads to, opened; closed at the end of its life.
 class Descriptor {
 public:
-    Descriptor(char const * path, int flags) : mivNumber(::open(path, flags | O_CLOEXEC, 0666)) {}
+    /// A terminal does not come to control the process by this.
+    Descriptor(char const * path, int flags)
+    {
+        do mivNumber = ::open(path, flags | O_CLOEXEC | O_NOCTTY, 0666);
+        while (mivNumber < 0 && errno == EINTR);
+    }
     Descriptor(Descriptor const &) = delete;
     Descriptor & operator=(Descriptor const &) = delete;
     ~Descriptor()
@@ -21,7 +26,7 @@ public:
     int Number() const { return mivNumber; }
 
 private:
-    int mivNumber;
+    int mivNumber = -1;
 };
 
 /// Writes all bytes, or as many as go.

@@ -33,7 +33,7 @@ bool ReadLine(Descriptor const & terminal, std::string & line)
 
 bool AskOnTerminal(std::string const & text, std::string const & caption, bool question)
 {
-    Descriptor const terminal("/dev/tty", O_RDWR | O_NOCTTY);
+    Descriptor const terminal("/dev/tty", O_RDWR);
     if (!CanAsk(terminal)) {
         WriteAll(STDERR_FILENO, caption + ": " + text + '\n');
         return false;
