@@ -264,6 +264,7 @@ int Signal()
 void Leave(Thread & thread)
 {
     copCurrent = nullptr;
+    std::atomic_signal_fence(std::memory_order_seq_cst);  // from here on the handler does nothing
     cotProtection.uninterrupted = 0;
     cotProtection.undo = nullptr;
     ThreadPtr const self = std::move(thread.movSelf);
