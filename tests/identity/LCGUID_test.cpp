@@ -8,7 +8,6 @@
 #include <unordered_set>
 
 #include "platform/RandomBytes.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "identity/LCKeyContainers.h"
 
 #include "support/Allocations.h"
-#include "support/Support.h"
 
 namespace {
 
@@ -94,6 +93,8 @@ template <typename Flags, typename Texts, typename Keys> void ExpectPairs()
     Make<Flags>({{a, false}, {b, true}}).ToKeyIDRevList(selected, true);
     for (char const * const text : {"x", ""}) Make<Texts>({{a, ""}, {c, "X"}}).ToKeyIDRevList(selected, text);
     EXPECT_EQ(selected, Make<LCKeyIDRevList>({b, a}));
+    std::string const longText(50, 'x');
+    EXPECT_EQ(AllocationsOf([&] { pairs.ToKeyIDRevList(selected, longText); }), 3u) << "the text is converted once";
 }
 
 TEST(KeyContainers, OfPairsAreSearchedByKeyAndComeFromKeysAndGiveThemBack)

@@ -4,7 +4,6 @@
 #include "collections/LCStringSet.h"
 #include "collections/LCStringVector.h"
 #include "identity/LCKeyContainers.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include <unordered_set>
 
 #include "identity/LCKeyPairs.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include "collections/LCPairLists.h"
 #include "support/Allocations.h"
-#include "support/Support.h"
 
 namespace {
 
