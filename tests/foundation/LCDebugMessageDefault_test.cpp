@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "foundation/LHCMessageBox.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -4,8 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/Support.h"
-
 namespace {
 
 constexpr unsigned int note = 0, question = 4;

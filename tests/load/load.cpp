@@ -117,6 +117,7 @@ struct Worker {
 
 int main(int, char ** arguments)
 {
+    LCQRTCL_DataTypesInit::Init(nullptr);
     std::chrono::duration<double> const time(std::atof(arguments[1]));
     std::string folder = (std::filesystem::temp_directory_path() / "qrtcl-load-XXXXXX").string();
     Require(::mkdtemp(folder.data()) != nullptr, "a temporary folder");
@@ -147,4 +148,5 @@ int main(int, char ** arguments)
     std::printf("%lu rounds of values, %lu documents, %lu calls between threads; %.1f MiB, at the end %.1f\n", values,
                 documents, received, first, last);
     Require(QRTCL_TEST_SANITIZED || last - first <= largestGrowth, "memory does not grow");
+    LCQRTCL_DataTypesInit::Terminate();
 }
