@@ -18,7 +18,6 @@
 #include "concurrency/LHCMessageLoop.h"
 #include "concurrency/LHCThread.h"
 #include "platform/Ticking.h"
-#include "support/Support.h"
 
 namespace platform = qrtcl::platform;
 
