@@ -110,18 +110,16 @@ TEST(RWCriticalSection, InvariantsHoldUnderManyThreads)
 // The thread sanitizer sees whether the unlock that let it in still touches the lock.
 TEST(RWCriticalSection, WhoHoldsItLastMayDestroyIt)
 {
-    auto lock = std::make_unique<LCRWCriticalSection>();
-    auto & first = *lock;
-    ASSERT_TRUE(first.LockWriter(0));
+    auto * const lock = new LCRWCriticalSection;
     std::atomic<int> id{0};
+    lock->LockWriter(forever);
     std::jthread const last([&] {
-        id = ::gettid();
-        EXPECT_TRUE(lock->LockWriter(forever));
+        id = ::gettid(), lock->LockWriter(forever);
         lock->UnlockWriter();
-        lock.reset();
+        delete lock;
     });
     Await([&] { return Sleeps(id); });
-    first.UnlockWriter();
+    lock->UnlockWriter();
 }
 
 }  // namespace

@@ -419,9 +419,7 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
 // The parser's own memory: from the first element on, the block of a number is refused.
 std::size_t parserBlocks = 0, refusedBlock = 0;
 bool IsRefused() { return ++parserBlocks == refusedBlock; }
-struct CountFromHere : LCCheckCancel {
-    bool IsCancelled() override { return parserBlocks = 0, false; }
-};
+struct CountFromHere : LCCheckCancel { bool IsCancelled() override { return parserBlocks = 0, false; } };
 
 TEST(DocumentFile, TheParserMayLackMemory)
 {
@@ -430,18 +428,17 @@ TEST(DocumentFile, TheParserMayLackMemory)
                   [](char const * text) { return IsRefused() ? nullptr : ::strdup(text); });
     std::string const xml = "<a><b c='d' xml:space='preserve'/><e f='" + std::string(70000, 'g') + "'/>&#65;h</a>";
     LHCDocument whole, empty;
-    EXPECT_TRUE(whole.LoadFromText(xml));
     CountFromHere count;
-    for (std::size_t number = 1, blocks = number; blocks >= number; ++number) {
+    EXPECT_TRUE(whole.LoadFromText(xml));
+    for (refusedBlock = 1; parserBlocks + 1 >= refusedBlock; ++refusedBlock) {
         LHCDocument document;
         document.SetProgress(nullptr, &count);
-        parserBlocks = refusedBlock = number;
+        parserBlocks = refusedBlock;
         bool const loaded = document.LoadFromText(xml);
-        blocks = parserBlocks;
-        EXPECT_EQ(document.GetErrorText(), loaded ? "" : "out of memory") << number;
-        EXPECT_EQ(Saved(document), Saved(loaded ? whole : empty)) << number;
+        EXPECT_EQ(document.GetErrorText().str(), loaded ? "" : "out of memory") << refusedBlock;
+        EXPECT_EQ(Saved(document), Saved(loaded ? whole : empty)) << refusedBlock;
     }
-    ::xmlMemSetup(std::free, std::malloc, std::realloc, ::strdup);
+    refusedBlock = 0;
 }
 
 }  // namespace
