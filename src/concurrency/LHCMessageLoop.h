@@ -13,6 +13,9 @@
 ///
 /// Loops may be nested: a call or a receiver may itself call `Run` or `ProcessMessages`. An exception that
 /// one raises passes through; the loop is as before and may be run again.
+///
+/// A forked child shares the descriptors of the loops with its parent, and would set its parent's alarm: it
+/// must neither run the loop nor start or stop timers.
 class QRTCL_API LHCMessageLoop {
 public:
     LHCMessageLoop() = delete;
