@@ -1,5 +1,7 @@
 #include "time/LCDateTime.h"
 
+#include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -30,19 +32,27 @@ constexpr int DaysOfMonth(long long year, long long month) noexcept
 
 constexpr bool IsMonth(long long month) noexcept { return month >= 1 && month <= 12; }
 
-/// The days of the twelve months from this one on.
-constexpr int DaysOfTwelveMonths(long long year, long long month) noexcept
+/// Days of the year from March of this year to February of the next, so that the leap day ends it.
+constexpr int DaysOfMarchYear(long long year) noexcept { return IsLeap(year + 1) ? 366 : 365; }
+
+constexpr short daysSinceMarch[] = {306, 337, 0, 31, 61, 92, 122, 153, 184, 214, 245, 275};
+
+/// The first of a month in years that begin in March, and the days since that March began.
+struct MarchDay {
+    long long year;
+    long long day;
+};
+
+constexpr MarchDay FirstOfMonth(long long year, long long month) noexcept
 {
-    return IsLeap(month <= 2 ? year : year + 1) ? 366 : 365;
+    return {year - (month <= 2 ? 1 : 0), daysSinceMarch[month - 1]};
 }
 
 /// Days from 1 March of the year 0 to the first of a month from 1 to 12.
 constexpr long long DayNumber(long long year, long long month) noexcept
 {
-    // Years from March to February end with the leap day.
-    long long const y = month > 2 ? year : year - 1;
-    long long const m = month > 2 ? month - 3 : month + 9;
-    return 365 * y + FloorDivide(y, 4) - FloorDivide(y, 100) + FloorDivide(y, 400) + (153 * m + 2) / 5;
+    auto const [y, day] = FirstOfMonth(year, month);
+    return 365 * y + FloorDivide(y, 4) - FloorDivide(y, 100) + FloorDivide(y, 400) + day;
 }
 
 char * PutDate(char * out, LCDateTime const & value) noexcept
@@ -97,14 +107,6 @@ void LCDateTime::ClearTime() noexcept
     mivMSec = 0;
 }
 
-bool LCDateTime::DateIsPlain() const noexcept
-{
-    return static_cast<unsigned int>(mivMonth) - 1 < 12 && static_cast<unsigned int>(mivDay) - 1 < 31;
-}
-
-/// A count that grows with plain dates, as if each month had 31 days.
-long long LCDateTime::PlainDay() const noexcept { return mivYear * 372LL + mivMonth * 31 + mivDay; }
-
 bool LCDateTime::TimeIsInRange() const noexcept
 {
     auto const below = [](int field, unsigned int limit) { return static_cast<unsigned int>(field) < limit; };
@@ -153,51 +155,45 @@ void LCDateTime::Move(double seconds, int sign) noexcept
     int const days = TimeIsInRange() ? MoveTimeInRange(sign * (span.seconds * 1000LL + span.milliseconds))
                                      : MoveTimeByFields(seconds, sign);
     long long const day = static_cast<long long>(mivDay) + days;
-    if (day >= 1 && day <= 28) {
-        mivDay = static_cast<int>(day);
+    // Without a branch on the sign, which nobody can foresee.
+    if (((sign > 0) & (day > 28)) | ((sign < 0) & (day < 1))) {
+        CarryDay(day);
     } else {
-        sign > 0 ? CarryDayForward(day) : CarryDayBack(day);
+        mivDay = static_cast<int>(day);
     }
 }
 
-// Far days go by twelve months at a time, which ends where single months would.
-
-void LCDateTime::CarryDayForward(long long day) noexcept
+void LCDateTime::CarryDay(long long day) noexcept
 {
     long long year = mivYear;
     long long month = mivMonth;
-    for (;;) {
-        if (day > 366 && IsMonth(month)) {
-            day -= DaysOfTwelveMonths(year++, month);
-            continue;
-        }
-        int const days = DaysOfMonth(year, month);
-        if (day <= days) break;
-        day -= days;
-        if (++month > 12) {
+    if (!IsMonth(month)) {
+        // A month out of range has 31 days; behind it and in front of it are the months of a year.
+        for (; day > 31 && !IsMonth(month); day -= 31) {
+            if (++month <= 12) continue;
             month = 1;
             ++year;
         }
-    }
-    SetDate(year, month, day);
-}
-
-void LCDateTime::CarryDayBack(long long day) noexcept
-{
-    long long year = mivYear;
-    long long month = mivMonth;
-    while (day < 1) {
-        if (day < 1 - 366 && IsMonth(month)) {
-            day += DaysOfTwelveMonths(--year, month);
-            continue;
-        }
-        day += DaysOfMonth(year, --month);  // month 0 has the 31 days of December
-        if (month < 1) {
+        for (; day < 1 && !IsMonth(month); day += 31) {
+            if (--month >= 1) continue;
             month = 12;
             --year;
         }
+        if (!IsMonth(month)) return SetDate(year, month, day);
     }
-    SetDate(year, month, day);
+    auto at = FirstOfMonth(year, month);
+    at.day += day - 1;
+    while (at.day < 0) at.day += DaysOfMarchYear(--at.year);
+    while (at.day >= 365) {
+        int const length = DaysOfMarchYear(at.year);
+        if (at.day < length) break;
+        at.day -= length;
+        ++at.year;
+    }
+    auto const dayOfYear = static_cast<unsigned int>(at.day);
+    unsigned int const monthOfYear = (5 * dayOfYear + 2) / 153;  // 0 for March
+    unsigned int const wrap = monthOfYear >= 10 ? 1 : 0;
+    SetDate(at.year + wrap, monthOfYear + 3 - 12 * wrap, dayOfYear - (153 * monthOfYear + 2) / 5 + 1);
 }
 
 void LCDateTime::SetDate(long long year, long long month, long long day) noexcept
@@ -210,14 +206,14 @@ void LCDateTime::SetDate(long long year, long long month, long long day) noexcep
 LCDateTime & LCDateTime::operator+=(LCTimeSpan const & span) noexcept
 {
     double const seconds = span.AsSeconds();
-    seconds < 0.0 ? Move(-seconds, -1) : Move(seconds, 1);
+    Move(std::fabs(seconds), seconds < 0.0 ? -1 : 1);
     return *this;
 }
 
 LCDateTime & LCDateTime::operator-=(LCTimeSpan const & span) noexcept
 {
     double const seconds = span.AsSeconds();
-    seconds < 0.0 ? Move(-seconds, 1) : Move(seconds, -1);
+    Move(std::fabs(seconds), seconds < 0.0 ? 1 : -1);
     return *this;
 }
 
@@ -261,28 +257,22 @@ LCTimeSpan LCDateTime::GetTimeSpanHighPrecision(LCDateTime const & other) const 
     return GetTimeSpan(other) + (static_cast<double>(other.mivMSec) - mivMSec) / 1000.0;
 }
 
-std::weak_ordering LCDateTime::Compare(LCDateTime const & other) const noexcept
+std::weak_ordering LCDateTime::CompareNear(LCDateTime const & other) const noexcept
 {
-    if (other.mivTimeZoneBias == mivTimeZoneBias) {
+    if (other.mivTimeZoneBias == mivTimeZoneBias)
         return CompareFields(other, other.mivDay, other.mivHour, other.mivMin);
-    }
-    long long const shift = static_cast<long long>(mivTimeZoneBias) - other.mivTimeZoneBias;
+    long long const min = other.mivHour * 60LL + other.mivMin + BiasFrom(other);
     // What the zone changes is mostly the time of day, and the day within its month.
-    long long const min = other.mivHour * 60LL + other.mivMin + shift;
     int const days = (min >= 1440) - (min < 0);
-    long long const day = other.mivDay + days;
+    long long const day = static_cast<long long>(other.mivDay) + days;
     long long const minOfDay = min - 1440 * days;
     if (other.TimeIsInRange() && minOfDay >= 0 && minOfDay < 1440 && day >= 1 && day <= 28) {
         auto const m = static_cast<unsigned int>(minOfDay);
         return CompareFields(other, static_cast<int>(day), static_cast<int>(m / 60),
                              static_cast<int>(m % 60));
     }
-    if (DateIsPlain() && other.DateIsPlain() && other.TimeIsInRange() && shift >= -2880 && shift <= 2880) {
-        // Two days and a time of day move a date by at most 3 days, 6 by this count.
-        long long const apart = PlainDay() - other.PlainDay();
-        if (apart < -6 || apart > 6) return apart <=> 0;
-    }
-    return Compare(LCDateTime(other, mivTimeZoneBias));
+    LCDateTime const here(other, mivTimeZoneBias);
+    return CompareFields(here, here.mivDay, here.mivHour, here.mivMin);
 }
 
 std::weak_ordering LCDateTime::CompareFields(LCDateTime const & other, int day, int hour,

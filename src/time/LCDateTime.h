@@ -151,13 +151,31 @@ private:
     int MoveTimeInRange(long long milliseconds) noexcept;
     int MoveTimeByFields(double seconds, int sign) noexcept;
     void Move(double seconds, int sign) noexcept;
-    void CarryDayForward(long long day) noexcept;
-    void CarryDayBack(long long day) noexcept;
+    void CarryDay(long long day) noexcept;
     void SetDate(long long year, long long month, long long day) noexcept;
-    bool DateIsPlain() const noexcept;
-    long long PlainDay() const noexcept;
     long long SecondsOfCalendar() const noexcept;
-    std::weak_ordering Compare(LCDateTime const & other) const noexcept;
+
+    bool DateIsPlain() const noexcept
+    {
+        return static_cast<unsigned int>(mivMonth) - 1 < 12 && static_cast<unsigned int>(mivDay) - 1 < 31;
+    }
+    /// A count that grows with plain dates, as if each month had 31 days.
+    long long PlainDay() const noexcept { return mivYear * 372LL + mivMonth * 31LL + mivDay; }
+    /// How far this zone lies ahead of the other one.
+    long long BiasFrom(LCDateTime const & other) const noexcept
+    {
+        return static_cast<long long>(mivTimeZoneBias) - other.mivTimeZoneBias;
+    }
+    std::weak_ordering Compare(LCDateTime const & other) const noexcept
+    {
+        // Zones up to two days apart, and what a time of day carries, move a date by less than 6 days, which
+        // are at most 10 by this count.
+        long long const apart = PlainDay() - other.PlainDay();
+        long long const bias = BiasFrom(other);
+        bool const isFar = (apart < -10 || apart > 10) && bias >= -2880 && bias <= 2880;
+        return isFar && DateIsPlain() && other.DateIsPlain() ? apart <=> 0 : CompareNear(other);
+    }
+    std::weak_ordering CompareNear(LCDateTime const & other) const noexcept;
     std::weak_ordering CompareFields(LCDateTime const & other, int day, int hour, int min) const noexcept;
 
     int mivYear = 1900;
