@@ -83,7 +83,9 @@ int LCDXFColor::Color_To_ACI(LCColor const & colour)
     // With a type, the packed colour has more than 24 bits, and no slot holds that.
     Packed const packed = static_cast<Packed>(colour.GetTRGB());
     std::uint32_t const found = indexes[Slot(packed)];
-    return found >> 8 == packed && colour.GetA() == 255 ? static_cast<int>(found & 0xFF) : 0;
+    // Without a branch: which colours have an index, nobody can foresee.
+    int const is = static_cast<int>(found >> 8 == packed) & static_cast<int>(colour.GetA() == 255);
+    return static_cast<int>(found & 0xFF) * is;
 }
 
 std::vector<LCColor> const & LCDXFColor::GetACIColors() { return movACIColors; }

@@ -1,25 +1,39 @@
 #include "foundation/LCMath.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
+
+#include "foundation/detail/NumberText.h"
+
+using qrtcl::number::exactPowers;
 
 namespace {
 
 constexpr double halfCircle = 180.0;
 constexpr double divisionTolerance = 1e-13;
 
-/// pow(10.0, exponent). The powers that a double holds exactly are the same from a table.
+/// pow(10.0, exponent), which is the same from the table.
 double PowerOfTen(int exponent)
 {
-    static constexpr std::array<double, 23> exact = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                     1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    if (exponent >= 0 && exponent < static_cast<int>(exact.size()))
-        return exact[static_cast<unsigned>(exponent)];
+    if (exponent >= 0 && exponent < static_cast<int>(exactPowers.size()))
+        return exactPowers[static_cast<unsigned>(exponent)];
     return std::pow(10.0, exponent);
+}
+
+/// The rule of the cut digit as it stands.
+double RoundAny(double v, int decimals)
+{
+    constexpr double limit = 9223372036854775808.0;  // 2^63
+    constexpr int beyondAnyPower = 400;              // infinite, and zero when negative
+    decimals = std::clamp(decimals, -beyondAnyPower, beyondAnyPower);
+    double const product = PowerOfTen(decimals + 1) * v;
+    if (!(product >= -limit && product < limit)) return v;
+
+    double const scale = PowerOfTen(decimals);
+    double const tenths = static_cast<double>(static_cast<std::int64_t>(product)) / 10.0;
+    double const rounded = v < 0.0 ? std::ceil(tenths - 0.5) : std::floor(tenths + 0.5);
+    return scale == 0.0 ? rounded : rounded / scale;
 }
 
 }  // namespace
@@ -62,24 +76,18 @@ double LCMath::FloorToDec(double v, int decimals)
 
 double LCMath::RoundToDec(double v, int decimals)
 {
-    constexpr double limit = 9223372036854775808.0;  // 2^63
-    constexpr int beyondAnyPower = 400;              // infinite, and zero when negative
-    decimals = std::clamp(decimals, -beyondAnyPower, beyondAnyPower);
-    double const product = PowerOfTen(decimals + 1) * v;
-    if (!(product >= -limit && product < limit)) return v;
-
-    double const scale = PowerOfTen(decimals);
-    std::int64_t const cut = static_cast<std::int64_t>(product);
-    double rounded = 0.0;
-    constexpr std::int64_t exactTenths = std::int64_t{1} << 49;
-    if (cut > -exactTenths && cut < exactTenths) {
-        // Up to here cut / 10.0 is close enough for whole numbers to give the same.
-        rounded = std::copysign(static_cast<double>((std::abs(cut) + 5) / 10), v < 0.0 ? -1.0 : 1.0);
-    } else {
-        double const tenths = static_cast<double>(cut) / 10.0;
-        rounded = v < 0.0 ? std::ceil(tenths - 0.5) : std::floor(tenths + 0.5);
+    if (decimals >= 0 && decimals < static_cast<int>(exactPowers.size()) - 1) {
+        auto const exponent = static_cast<unsigned>(decimals);
+        double const product = exactPowers[exponent + 1] * v;
+        constexpr double exactTenths = 562949953421312.0;  // 2^49
+        if (std::fabs(product) < exactTenths) {
+            // Up to here tenths are close enough for whole numbers to give the same as below.
+            auto const magnitude = static_cast<std::uint64_t>(std::fabs(product));
+            auto const rounded = static_cast<double>(static_cast<std::int64_t>((magnitude + 5) / 10));
+            return std::copysign(rounded, v + 0.0) / exactPowers[exponent];  // -0.0 gives 0.0
+        }
     }
-    return scale == 0.0 ? rounded : rounded / scale;
+    return RoundAny(v, decimals);
 }
 
 double LCMath::DegToRad(double degrees) { return degrees * pi / halfCircle; }

@@ -20,6 +20,11 @@ consteval std::array<char, 200> DigitPairs()
 /// "00" to "99", one behind the other.
 inline constexpr std::array<char, 200> digitPairs = DigitPairs();
 
+/// The powers of ten that a double holds exactly.
+inline constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 /// Fixed notation with `precision` (not negative) digits behind the point, exactly rounded (ties to even).
 /// With `trim`, without the zeros at the end of the fraction; a point left at the end goes as well. Throws
 /// what the allocation throws.
