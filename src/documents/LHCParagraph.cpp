@@ -6,6 +6,7 @@
 
 #include "collections/LCStringVector.h"
 #include "documents/detail/Store.h"
+#include "foundation/detail/NumberText.h"
 #include "paragraph/LCParagraphList.h"
 
 using namespace qrtcl::documents;
@@ -74,6 +75,22 @@ bool LHCParagraph::SetValueAsString(LCString const & text, bool)
 LCString LHCParagraph::GetValueAsString(LCString const & def)
 {
     return mbvHasValue ? LCString(movValue) : def;
+}
+
+// Numbers are read where they are, without a copy of the text.
+
+int LHCParagraph::GetValueAsInteger(int def)
+{
+    if (!mbvHasValue) return LCParagraph::GetValueAsInteger(def);
+    int value = 0;
+    return qrtcl::number::ReadInt(movValue, false, value) ? value : 0;
+}
+
+double LHCParagraph::GetValueAsDouble(double def)
+{
+    if (!mbvHasValue) return LCParagraph::GetValueAsDouble(def);
+    double value = 0.0;
+    return qrtcl::number::ReadDouble(movValue, value) ? value : 0.0;
 }
 
 // Attributes

@@ -38,6 +38,8 @@ public:
     using LCParagraph::SetValueAsString;
     bool SetValueAsString(LCString const & text, bool flag) override;
     LCString GetValueAsString(LCString const & def) override;
+    int GetValueAsInteger(int def) override;
+    double GetValueAsDouble(double def) override;
 
     bool SetAttributeAsString(LCString const & name, LCString const & text) override;
     bool RemoveAttribute(LCString const & name) override;

@@ -26,6 +26,22 @@ std::uint64_t Load(char const * bytes, std::size_t count)
     return value;
 }
 
+/// a == b without a call: names are short.
+bool IsEqual(std::string_view a, std::string_view b)
+{
+    std::size_t left = a.size();
+    if (left != b.size()) return false;
+    char const * x = a.data();
+    char const * y = b.data();
+    for (; left >= 8; x += 8, y += 8, left -= 8) {
+        if (Load(x, 8) != Load(y, 8)) return false;
+    }
+    for (; left != 0; ++x, ++y, --left) {
+        if (*x != *y) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 // A file can't be written whose names all fall on one slot: the seed differs from tree to tree.
@@ -48,7 +64,7 @@ std::uint64_t Names::Hash(std::string_view text) const noexcept
 
 Name * Names::Find(std::string_view text, std::uint64_t hash) const noexcept
 {
-    return movTable.Find(hash, [&](Name const & name) { return name.Text() == text; });
+    return movTable.Find(hash, [&](Name const & name) { return IsEqual(name.Text(), text); });
 }
 
 Name * Names::Find(std::string_view text) const noexcept { return Find(text, Hash(text)); }

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/Export.h"
+
 // The two ways between numbers and text, in the classic locale and without streams.
 namespace qrtcl::number {
 
@@ -36,9 +38,9 @@ std::string Decimal(std::uint64_t magnitude, bool negative);
 // These read like the standard formatted extraction and leave in `out` what it leaves there. Short strings
 // are read faster than views.
 bool ReadDouble(std::string_view text, double & out) noexcept;
-bool ReadDouble(std::string const & text, double & out) noexcept;
+QRTCL_API bool ReadDouble(std::string const & text, double & out) noexcept;
 bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept;
-bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept;
+QRTCL_API bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept;
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept;
 
 }  // namespace qrtcl::number
