@@ -21,5 +21,5 @@ public:
     void Write(void * buffer, LCLong count) override;
 
 private:
-    std::unique_ptr<std::stringstream> mopContent;
+    std::unique_ptr<std::iostream> mopContent;
 };
