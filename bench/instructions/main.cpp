@@ -38,9 +38,14 @@ std::vector<Path> Paths()
     static LCEvent1Param<int &>::LCHandler handler(receiver, &Receiver::OnValue);
     heard << handler;
     static LCRWCriticalSection lock;
-    static LHCDocument document(true);
-    LCParagraph & root = document.GetRootParagraph();
-    for (int i = 0; i < 100000; ++i) root.SetParameterAsInteger(LCString("p") + LCString(i), i);
+    static LHCDocument small, large;
+    auto const fill = [](LHCDocument & document, int children) -> LCParagraph & {
+        LCParagraph & root = document.GetRootParagraph();
+        for (int i = 0; i < children; ++i) root.SetParameterAsInteger(LCString("p") + LCString(i), i);
+        return root;
+    };
+    LCParagraph & thousand = fill(small, 1000);
+    LCParagraph & many = fill(large, 100'000);
     static LCColor const colour(200, 100, 50);
 
     return {
@@ -56,7 +61,8 @@ std::vector<Path> Paths()
         {"event without receivers", [](int i) { silent(i); }},
         {"event with one receiver", [](int i) { heard(i); }},
         {"lock and unlock for reading", [](int) { Keep(lock.LockReader(0)), lock.UnlockReader(); }},
-        {"child by name among 100,000", [&root](int) { Keep(root.GetParagraph("p77777")); }},
+        {"child by name among 1,000", [&thousand](int) { Keep(thousand.GetParagraph("p777")); }},
+        {"child by name among 100,000", [&many](int) { Keep(many.GetParagraph("p777")); }},
         {"colour to drawing colour", [](int) { Keep(LCDXFColor::Color_To_ACI(colour)); }},
         {"convert a length", [](int i) { Keep(LCUnitMan::ConvertDistance(i, 0, 1)); }},
     };
