@@ -430,9 +430,10 @@ Magnitude ReadMagnitude(std::string_view text, bool hex)
     return hex ? ReadHexadecimal(text) : ReadDecimal(text);
 }
 
-bool ReadRoomyDouble(std::string_view text, double & out) noexcept
+// What is not plain is read by functions of their own, whose frames the plain ways do without.
+
+[[gnu::noinline]] bool ReadAny(std::string_view text, double & out) noexcept
 {
-    if (ReadPlain(text, out)) return true;
     text = SkipSpace(text);
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
@@ -457,19 +458,28 @@ bool ReadRoomyDouble(std::string_view text, double & out) noexcept
     return fits;
 }
 
-bool ReadRoomyInt(std::string_view text, bool hex, std::int32_t & out) noexcept
+[[gnu::noinline]] bool ReadAny(std::string_view text, bool hex, std::int32_t & out) noexcept
 {
-    std::int64_t read = 0;
-    if (!hex && ReadPlain(text, read)) return Narrow(read, out);
     text = SkipSpace(text);
     if (text.empty()) return false;
     bool const negative = TakeSign(text);
     Magnitude const magnitude = ReadMagnitude(text, hex);
-    read = static_cast<std::int64_t>(magnitude.value);
+    std::int64_t const read = static_cast<std::int64_t>(magnitude.value);
     return Narrow(negative ? -read : read, out) && magnitude.found;
 }
 
-bool ReadRoomyUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
+bool ReadRoomy(std::string_view text, double & out) noexcept
+{
+    return ReadPlain(text, out) || ReadAny(text, out);
+}
+
+bool ReadRoomy(std::string_view text, bool hex, std::int32_t & out) noexcept
+{
+    std::int64_t read = 0;
+    return !hex && ReadPlain(text, read) ? Narrow(read, out) : ReadAny(text, hex, out);
+}
+
+bool ReadRoomy(std::string_view text, bool hex, std::uint32_t & out) noexcept
 {
     text = SkipSpace(text);
     if (text.empty()) return false;
@@ -505,23 +515,23 @@ std::string Decimal(std::uint64_t magnitude, bool negative)
 
 bool ReadDouble(std::string_view text, double & out) noexcept
 {
-    return ReadRoomyDouble(RoomyText(text).View(), out);
+    return ReadRoomy(RoomyText(text).View(), out);
 }
 bool ReadDouble(std::string const & text, double & out) noexcept
 {
-    return ReadRoomyDouble(RoomyText(text).View(), out);
+    return ReadRoomy(RoomyText(text).View(), out);
 }
 bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
 {
-    return ReadRoomyInt(RoomyText(text).View(), hex, out);
+    return ReadRoomy(RoomyText(text).View(), hex, out);
 }
 bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept
 {
-    return ReadRoomyInt(RoomyText(text).View(), hex, out);
+    return ReadRoomy(RoomyText(text).View(), hex, out);
 }
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
 {
-    return ReadRoomyUInt(RoomyText(text).View(), hex, out);
+    return ReadRoomy(RoomyText(text).View(), hex, out);
 }
 
 }  // namespace qrtcl::number
