@@ -264,9 +264,15 @@ bool Replace(std::string_view text, std::string_view from, std::string_view to, 
     std::size_t match = find(0);
     if (match == npos) return false;
     std::string replaced;
-    replaced.reserve(text.size());
     std::size_t copied = 0;
+    bool foretold = false;
     for (; match != npos; match = find(copied)) {
+        if (!foretold && match > text.size() / 16) {
+            // The first part foretells the size of the whole; it may be wrong.
+            std::size_t const size = replaced.size() + match - copied;
+            replaced.reserve(size * (text.size() / match + 1));
+            foretold = true;
+        }
         replaced.append(text, copied, match - copied).append(to);
         copied = match + from.size();
     }
