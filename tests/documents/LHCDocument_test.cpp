@@ -116,6 +116,8 @@ TEST(Document, ReadsFilesOfOtherHands)
     }
 }
 
+std::string const small = "<?xml version='1.0'?><a b='&lt;'><!-- c --><?d?>e<f/><![CDATA[g]]>&#65;</a>";
+
 // What is well-formed is xmllint's to say.
 TEST(Document, IsAsStrictAsOtherReaders)
 {
@@ -131,13 +133,31 @@ TEST(Document, IsAsStrictAsOtherReaders)
         "<a>\x01</a>", "<a b='\x1F'/>", "<a>a\0b</a>"s, "<a>\xFF</a>", "<a>\xC3</a>", "<a>\xC0\x80</a>", "<\xE4/>",
         "<a>\xED\xA0\x80</a>", "<a>\xEF\xBF\xBF</a>", "<a>\xF4\x90\x80\x80</a>", "<a b='\xE4'/>", "<a>]]></a>",
         " <?xml version='1.0'?><a/>", "<?xml version='2.0'?><a/>", "<?xml encoding='UTF-8'?><a/>"};
-    std::string const whole = "<?xml version='1.0'?><a b='&lt;'><!-- c --><?d?>e<f/><![CDATA[g]]>&#65;</a>";
-    for (std::size_t size = 0; size < whole.size(); ++size) inputs.push_back(whole.substr(0, size));
-    EXPECT_TRUE(document.LoadFromText(whole) && document.LoadFromText("<before/>"));
+    for (std::size_t size = 0; size < small.size(); ++size) inputs.push_back(small.substr(0, size));
+    EXPECT_TRUE(document.LoadFromText(small) && document.LoadFromText("<before/>"));
     for (std::string const & xml : inputs) {
         EXPECT_TRUE(!document.LoadFromText(xml) && !document.GetErrorText().IsEmpty()) << testing::PrintToString(xml);
         EXPECT_EQ(document.GetRootParagraph().GetName(), "before") << testing::PrintToString(xml);
     }
+}
+
+TEST(Document, EveryByteMayBeAnyOther)
+{
+    int refused = 0;
+    for (std::size_t at = 0; at < small.size(); ++at) {
+        for (int byte = 0; byte < 256; ++byte) {
+            std::string changed = small;
+            changed[at] = static_cast<char>(byte);
+            LHCDocument document, again;
+            bool const loaded = document.LoadFromText("<before/>") && document.LoadFromText(changed);
+            ASSERT_EQ(document.GetErrorText().IsEmpty(), loaded) << changed;
+            ASSERT_TRUE(again.LoadFromText(Saved(document))) << changed;
+            ASSERT_EQ(Text(again.GetRootParagraph()), Text(document.GetRootParagraph())) << changed;
+            ASSERT_TRUE(loaded || document.GetRootParagraph().GetName() == "before") << changed;
+            refused += !loaded;
+        }
+    }
+    EXPECT_GT(refused, 10000);
 }
 
 TEST(Document, ErrorsSayWhatAndWhere)
@@ -196,10 +216,14 @@ TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
 // What is meant to keep a reader busy or to fill the memory takes no longer than its size.
 TEST(Document, HostileInputIsDoneQuickly)
 {
-    std::string attributes = "<a";
-    for (int i = 0; i < 400000; ++i) attributes += " b" + std::to_string(i) + "=''";
+    std::string attributes = "<a", names = "<a>", bomb = "<!DOCTYPE a [<!ENTITY b0 'b'>";
+    for (int i = 0; i < 1000000; ++i) attributes += " b" + std::to_string(i) + "=''";
+    for (int i = 0; i < 600000; ++i) names += "<b" + std::to_string(i) + "/>";
+    for (int i = 0; i < 20; ++i)
+        bomb += "<!ENTITY b" + std::to_string(i + 1) + " '" + Repeated(("&b" + std::to_string(i) + ";").c_str(), 10) + "'>";
     std::pair<std::string, bool> const rows[] = {
-        {attributes, false}, {attributes + "/>", false}, {"<a b='>' " + attributes.substr(3) + "/>", false},
+        {bomb + "]><a b='&b20;'>&b20;</a>", false}, {names + "</a>", true}, {attributes, false}, {attributes + "/>", false},
+        {"<a b='>' " + attributes.substr(3) + "/>", false},
         {"<a>" + Repeated("&#65;", 1000000) + "</a>", true}, {"<a>" + Repeated("b=\"c\" ", 100000) + "</a>", true},
         {"<a b='" + Repeated("=\"", 1000000) + "'/>", true}, {"<" + Repeated("a", 5000000), false},
         {"<a><![CDATA[ x<y " + Repeated("\"b\",", 20000) + "]]></a>", true}, {Repeated("<a>", 3000000), false},
@@ -306,6 +330,26 @@ TEST(DocumentFile, AFailureOrTheEndAtAnyStepLeavesTheOldFileAndDocumentAlone)
             EXPECT_TRUE(file == "part.xml" || file.starts_with("part.xml.tmp-")) << file;
     }
     EXPECT_EQ(status, 0);
+}
+
+TEST(DocumentFile, AKillAtAnyMomentLeavesOneOfTheTwoFiles)
+{
+    TemporaryFolder const folder;
+    LCString const path = folder.Path("part.xml");
+    LHCDocument documents[2];
+    for (int i : {0, 1}) documents[i].GetRootParagraph().SetValueAsString(std::string(i == 0 ? 300000 : 9000, 'x'), true);
+    EXPECT_TRUE(documents[0].SaveToFile(path));
+    for (int kill = 0, moment = 0; kill < Rounds(10); ++kill, moment = (moment + 7919) % 20000) {
+        ::pid_t const saver = ::fork();
+        if (saver == 0) {
+            for (int i = 1;; i = 1 - i) documents[i].SaveToFile(path);
+        }
+        ::usleep(static_cast<unsigned>(moment));
+        ::kill(saver, SIGKILL);
+        ::waitpid(saver, nullptr, 0);
+        LCString const found = folder.Read("part.xml");
+        EXPECT_TRUE(found == Saved(documents[0]) || found == Saved(documents[1])) << found.Left(100).str();
+    }
 }
 
 TEST(DocumentFile, FollowsLinksKeepsTheModeAndWritesStraightIntoWhatIsNoFile)
