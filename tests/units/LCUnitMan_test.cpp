@@ -41,14 +41,30 @@ TEST(UnitMan, EachFactorIsNearlyTheReciprocalOfItsInverse)
     }
 }
 
-TEST(UnitMan, DecimalsAndPrecisionBesideTheCommonRow)
+TEST(UnitMan, DecimalsAndPrecisionOfEachQuantity)
 {
-    EXPECT_EQ((std::vector{U::GetUnitDecDistance(-1), U::GetUnitDecAngle(1), U::GetUnitDecCrownCoeff(2)}),
-              (std::vector{2, 4, 7}));
-    EXPECT_EQ((std::vector{U::GetScaleFactorAngle(0, 2), U::GetUnitPrecisionDistanceRounded(2),
-                           U::GetUnitPrecisionAngleRounded(2), U::GetUnitPrecisionTime(7),
-                           U::GetUnitPrecisionForce(1)}),
-              (std::vector{1.0, 0.0001, 0.01, 1.0, 1e-06}));
+    // In the units 0, 1 and 2; any other number is like 0.
+    struct { int (*decimals)(int); double (*precision)(int); std::vector<int> ofUnits; double first, third; }
+    const rows[] = {
+        {U::GetUnitDecAngle, U::GetUnitPrecisionAngle, {2, 4, 2}, 1e-06, 1e-06},
+        {U::GetUnitDecAngleRounded, U::GetUnitPrecisionAngleRounded, {0, 2, 0}, 0.01, 0.01},
+        {U::GetUnitDecCrownCoeff, U::GetUnitPrecisionCrownCoeff, {6, 7, 7}, 1e-06, 1e-06},
+        {U::GetUnitDecDensity, U::GetUnitPrecisionDensity, {2, 4, 4}, 1e-06, 1e-06},
+        {U::GetUnitDecDistance, U::GetUnitPrecisionDistance, {2, 3, 3}, 1e-06, 1e-06},
+        {U::GetUnitDecDistanceRounded, U::GetUnitPrecisionDistanceRounded, {0, 2, 2}, 0.01, 0.0001},
+        {U::GetUnitDecForce, U::GetUnitPrecisionForce, {0, 0, 0}, 1e-06, 1e-06},
+        {U::GetUnitDecForceLength, U::GetUnitPrecisionForceLength, {0, 0, 0}, 1e-06, 1e-06},
+        {U::GetUnitDecSpeed, U::GetUnitPrecisionSpeed, {2, 4, 4}, 1e-06, 1e-06},
+        {U::GetUnitDecStrength, U::GetUnitPrecisionStrength, {0, 0, 0}, 1e-06, 1e-06},
+        {U::GetUnitDecTime, U::GetUnitPrecisionTime, {0, 0, 0}, 1.0, 1.0},
+        {U::GetUnitDecWeight, U::GetUnitPrecisionWeight, {3, 4, 4}, 1e-06, 1e-06}};
+    for (auto const & row : rows) {
+        auto const place = &row - rows;
+        EXPECT_EQ((std::vector{row.decimals(0), row.decimals(1), row.decimals(2)}), row.ofUnits) << place;
+        EXPECT_EQ(std::pair(row.decimals(-1), row.decimals(7)), std::pair(row.ofUnits[0], row.ofUnits[0])) << place;
+        EXPECT_EQ(std::pair(row.precision(0), row.precision(2)), std::pair(row.first, row.third)) << place;
+    }
+    EXPECT_EQ(std::pair(U::GetUnitPrecisionAngleRounded(1), U::GetScaleFactorAngle(0, 2)), std::pair(0.0001, 1.0));
 }
 
 TEST(UnitMan, TheCaseNumbersNameTheQuantities)
