@@ -22,10 +22,10 @@ class LHCThreadState;
 ///   that of a condition variable it waits on, the stream that it reads from.
 /// - Data that a receiver was changing stay half changed.
 /// The heap and this library's own state stay usable; an event that was firing there is at rest again. A
-/// thread that is busy in a system library, or has blocked all signals, can't be ended at once. After 250 ms
-/// the destructor returns nevertheless and the thread is ended as soon as it can be; what the receivers use,
-/// and the event, had better live on until then. Destroying the object on its own thread ends that thread
-/// there and then; what follows is not executed.
+/// thread that is busy in a system library or in the parser of the documents, or has blocked all signals,
+/// can't be ended at once. After 250 ms the destructor returns nevertheless and the thread is ended as soon
+/// as it can be; what the receivers use, and the event, had better live on until then. Destroying the object
+/// on its own thread ends that thread there and then; what follows is not executed.
 ///
 /// On POSIX systems, one real-time signal is taken for this, the last that is free when the first thread
 /// starts.

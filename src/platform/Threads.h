@@ -28,10 +28,10 @@ int ResumeThread(Thread & thread);
 
 /// Ends the thread from outside, a stopped one too. The function's frames are left without destructors;
 /// objects of the thread's own (`thread_local`) are destroyed. Waits at most 250 ms for the thread to be
-/// somewhere where that is possible: not inside the C and C++ libraries, which may hold locks of the whole
-/// process there, unless it sleeps in the system, and not inside `Uninterrupted`. False if it was not there
-/// in that time: it then runs on, is ended as soon as it is, and must find alive until then what it works on.
-/// For the calling thread, the call does not return.
+/// somewhere where that is possible: not inside the C and C++ libraries or libxml2, which may hold locks of
+/// the whole process there, unless it sleeps in the system, and not inside `Uninterrupted`. False if it was
+/// not there in that time: it then runs on, is ended as soon as it is, and must find alive until then what it
+/// works on. For the calling thread, the call does not return.
 bool EndThread(Thread & thread);
 
 /// Gives back what the system holds for a thread; nothing but `WaitForThread` may follow.

@@ -91,11 +91,12 @@ struct CodeRange {
 constinit std::array<CodeRange, 32> coaSystemCode{};
 constinit std::size_t civSystemCodeCount = 0;
 
+/// The parser of the documents is one: each load takes locks in it.
 bool IsSystemLibrary(std::string_view path)
 {
-    static constexpr std::string_view names[] = {"ld-",        "libc.",    "libpthread.", "libdl.",
-                                                 "libstdc++.", "libc++",   "libgcc_s.",   "libunwind.",
-                                                 "libasan.",   "libtsan.", "libubsan.",   "liblsan."};
+    static constexpr std::string_view names[] = {
+        "ld-",        "libc.",    "libpthread.", "libdl.",    "libstdc++.", "libc++",  "libgcc_s.",
+        "libunwind.", "libasan.", "libtsan.",    "libubsan.", "liblsan.",   "libxml2."};
     std::string_view const file = path.substr(path.rfind('/') + 1);
     return std::any_of(std::begin(names), std::end(names), [&](auto name) { return file.starts_with(name); });
 }
