@@ -115,8 +115,7 @@ TEST(RWCriticalSection, WhoHoldsItLastMayDestroyIt)
     lock->LockWriter(forever);
     std::jthread const last([&] {
         id = ::gettid(), lock->LockWriter(forever);
-        lock->UnlockWriter();
-        delete lock;
+        lock->UnlockWriter(), delete lock;
     });
     Await([&] { return Sleeps(id); });
     lock->UnlockWriter();

@@ -463,7 +463,6 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
 // The parser's own memory: from the first element on, the block of a number is refused.
 std::size_t parserBlocks = 0, refusedBlock = 0;
 bool IsRefused() { return ++parserBlocks == refusedBlock; }
-struct CountFromHere : LCCheckCancel { bool IsCancelled() override { return parserBlocks = 0, false; } };
 
 TEST(DocumentFile, TheParserMayLackMemory)
 {
@@ -471,12 +470,11 @@ TEST(DocumentFile, TheParserMayLackMemory)
                   [](void * block, std::size_t size) { return IsRefused() ? nullptr : std::realloc(block, size); },
                   [](char const * text) { return IsRefused() ? nullptr : ::strdup(text); });
     std::string const xml = "<a><b c='d' xml:space='preserve'/><e f='" + std::string(70000, 'g') + "'/>&#65;h</a>";
-    LHCDocument whole, empty;
-    CountFromHere count;
+    struct : LCCheckCancel { bool IsCancelled() override { return parserBlocks = 0, false; } } count;
+    LHCDocument whole, empty, document;
     EXPECT_TRUE(whole.LoadFromText(xml));
+    document.SetProgress(nullptr, &count);
     for (refusedBlock = 1; parserBlocks + 1 >= refusedBlock; ++refusedBlock) {
-        LHCDocument document;
-        document.SetProgress(nullptr, &count);
         parserBlocks = refusedBlock;
         bool const loaded = document.LoadFromText(xml);
         EXPECT_EQ(document.GetErrorText().str(), loaded ? "" : "out of memory") << refusedBlock;
