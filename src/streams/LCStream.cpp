@@ -3,8 +3,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/Memory.h"
-
 LCStream::~LCStream() = default;
 LCInputFileStream::~LCInputFileStream() = default;
 LCOutputFileStream::~LCOutputFileStream() = default;
@@ -20,7 +18,6 @@ void LCStream::LoadFromStream(LCStream & source, bool rewind)
     // Zeros that the system provides cost no pass of their own.
     std::unique_ptr<void, Free> const block(std::calloc(static_cast<std::size_t>(size), 1));
     if (block == nullptr) return;
-    qrtcl::platform::PreferLargePages(block.get(), static_cast<std::size_t>(size));
     source.Read(block.get(), size, rewind);
     Write(block.get(), size);
 }
