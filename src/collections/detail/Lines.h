@@ -7,7 +7,6 @@
 #include "foundation/LCString.h"
 #include "foundation/detail/Text.h"
 #include "platform/Files.h"
-#include "platform/Memory.h"
 
 // What the string collections do with lines of text, over any of the three containers.
 namespace qrtcl::lines {
@@ -171,8 +170,6 @@ template <typename Collection> void MakeRoom(Collection & elements, std::string_
         if (needed <= elements.capacity()) return;
         std::size_t const expected = needed + lines * left / piece.size();
         elements.reserve(std::min(4 * needed, expected + expected / 16));
-        platform::PreferLargePages(elements.data() + elements.size(),
-                                   (elements.capacity() - elements.size()) * sizeof(*elements.data()));
     }
 }
 
