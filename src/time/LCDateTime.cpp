@@ -136,13 +136,13 @@ int LCDateTime::MoveTimeByFields(double seconds, int sign) noexcept
     SpanParts const span = Split(seconds);
     int parts[] = {span.milliseconds, span.seconds, span.minutes, span.hours, span.days};
     int * const fields[] = {&mivMSec, &mivSec, &mivMin, &mivHour};
-    constexpr int turns[] = {1000, 60, 60, 24, 0};
+    constexpr int turns[] = {1000, 60, 60, 24, 0};  // days never become full
     for (int i = 0; i < 4; ++i) {
         long long moved = *fields[i] + sign * static_cast<long long>(parts[i]);
         if (sign > 0 ? moved >= turns[i] : moved < 0) {
             moved -= sign * turns[i];
             // The carry goes into the next part, and on from a part that becomes full.
-            for (int next = i + 1; ++parts[next] == turns[next] && next < 4; ++next) parts[next] = 0;
+            for (int next = i + 1; ++parts[next] == turns[next]; ++next) parts[next] = 0;
         }
         *fields[i] = static_cast<int>(moved);
     }
