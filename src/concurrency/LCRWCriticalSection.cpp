@@ -43,13 +43,6 @@ struct LCRWCriticalSection::Waiter {
     }
 };
 
-LCRWCriticalSection::~LCRWCriticalSection()
-{
-    // Who has let the last one in may still be on the way out of the queue.
-    Uninterrupted const uninterrupted;
-    std::lock_guard const guard(movQueueLock);
-}
-
 bool LCRWCriticalSection::TryEnter(bool asWriter)
 {
     std::uint32_t state = mivState.load(std::memory_order_relaxed);
@@ -248,4 +241,11 @@ bool LCRWCriticalSection::AwaitReadersGone(LCULong timeout)
         state = mivState.load(std::memory_order_acquire);
     }
     return mivState.fetch_and(~awaited, std::memory_order_acquire) < oneReader;
+}
+
+/// Who has let the last one in may still be on the way out of the queue.
+void LCRWCriticalSection::AwaitQueueFree()
+{
+    Uninterrupted const uninterrupted;
+    std::lock_guard const guard(movQueueLock);
 }

@@ -28,7 +28,7 @@ public:
     LCRWCriticalSection & operator=(LCRWCriticalSection const &) = delete;
     /// Nobody may hold the lock or wait for it; this is not checked. Whoever is the last to hold it may
     /// destroy it, also while another's `UnlockWriter` has not yet returned.
-    virtual ~LCRWCriticalSection();
+    virtual ~LCRWCriticalSection() { AwaitQueueFree(); }
 
     // True if the lock is now held, false if the time is over.
 
@@ -52,6 +52,7 @@ private:
     void Remove(Waiter & waiter);
     void Open();
     bool AwaitReadersGone(LCULong timeout);
+    void AwaitQueueFree();
 
     /// Number of readers, and the flags below them: all that matters without contention.
     std::atomic<std::uint32_t> mivState{0};
