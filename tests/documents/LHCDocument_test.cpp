@@ -234,6 +234,12 @@ TEST(Document, HostileInputIsDoneQuickly)
         EXPECT_EQ(document.LoadFromText(xml), good) << xml.substr(0, 40) << document.GetErrorText().str();
         EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 4.0) << xml.substr(0, 40);
     }
+    if (Rounds(1) == 1) return;
+    LHCDocument document;
+    LCString const gigabyte("<a>" + std::string(1 << 30, 'x') + "</a>");
+    EXPECT_TRUE(document.LoadFromText(gigabyte)) << document.GetErrorText().str();
+    EXPECT_EQ(document.GetRootParagraph().GetValueAsString("").size(), 1u << 30);
+    EXPECT_FALSE(document.LoadFromText(LCString(gigabyte.str().substr(0, 1 << 30))));
 }
 
 constexpr std::errc end = std::errc::owner_dead;
