@@ -136,13 +136,15 @@ int LCDateTime::MoveTimeByFields(double seconds, int sign) noexcept
     SpanParts const span = Split(seconds);
     int parts[] = {span.milliseconds, span.seconds, span.minutes, span.hours, span.days};
     int * const fields[] = {&mivMSec, &mivSec, &mivMin, &mivHour};
-    constexpr int turns[] = {1000, 60, 60, 24, 0};  // days never become full
+    constexpr int turns[] = {1000, 60, 60, 24};
     for (int i = 0; i < 4; ++i) {
         long long moved = *fields[i] + sign * static_cast<long long>(parts[i]);
         if (sign > 0 ? moved >= turns[i] : moved < 0) {
             moved -= sign * turns[i];
             // The carry goes into the next part, and on from a part that becomes full.
-            for (int next = i + 1; ++parts[next] == turns[next]; ++next) parts[next] = 0;
+            int next = i + 1;
+            for (; next < 4 && ++parts[next] == turns[next]; ++next) parts[next] = 0;
+            if (next == 4) ++parts[4];
         }
         *fields[i] = static_cast<int>(moved);
     }
