@@ -117,6 +117,10 @@ int main(int argc, char * arguments[])
     for (std::size_t const count : {1'000u, 10'000u, 100'000u}) {
         WriteAgain<bench::OurTree>("growth.find-existing", std::to_string(count), count);
         ReadChildren<bench::OurTree>("growth.read-child", std::to_string(count), count);
+#ifdef PEER_NLOHMANN
+        ReadChildren<bench::PeerTree<bench::Nlohmann>>("growth.read-child-nlohmann", std::to_string(count),
+                                                       count);
+#endif
     }
     benchmark::Initialize(&argc, arguments);
     benchmark::RunSpecifiedBenchmarks();
