@@ -59,7 +59,7 @@ TEST(TimeSpan, HasFourLayouts)
 TEST(TimeSpan, AFormatIsRunsOfLettersAndOtherCharacters)
 {
     struct { double seconds; char const * format; char const * text; } const rows[] = {
-        {90061.5, "", ""}, {90061.5, "HHH:mm hhh DD hh HH sss", "25:01 25 01 1 01 500"},
+        {93784.5, "", ""}, {93784.5, "HHH:mm hhh DD hh HH SS sss", "26:03 26 01 2 02 04 500"},
         {-90061.5, "DD HHH hh mm SS sss", "-1 -25 -1 -1 -1 -500"}, {1.0, "YYYY tt ZZ Day MM", "YYYY tt ZZ ay "}};
     for (auto const & row : rows) EXPECT_EQ(LCTimeSpan(row.seconds).StrFormat(row.format), row.text) << row.format;
 }
