@@ -1,23 +1,8 @@
 // Documents: the input as XML, and as orders by which a tree is built, one in a line. What is loaded or built
 // comes back from its text; what is refused leaves the document as it was.
 #include "Fuzz.h"
-#include "collections/LCStringVector.h"
 #include "documents/LHCDocument.h"
-#include "paragraph/LCParagraphList.h"
-
-/// Everything of the tree below, in order.
-static std::string Dump(LCParagraph & paragraph)
-{
-    std::string text = paragraph.GetName().str() + '\0' + paragraph.GetValueAsString("(none)").str() + '\0';
-    LCStringVector names;
-    paragraph.GetAttributeNames(names);
-    for (LCString const & name : names)
-        text += name.str() + '\0' + paragraph.GetAttributeAsString(name, "(none)").str() + '\0';
-    LCParagraphList children;
-    paragraph.GetParagraphs(children);
-    for (LCParagraph * const child : children) text += '(' + Dump(*child) + ')';
-    return text;
-}
+#include "paragraph/TestParagraph.h"
 
 static void Build(LCParagraph & root, Input orders)
 {
@@ -45,10 +30,10 @@ static std::string RequireTheSameBack(LHCDocument & document)
 {
     LCString xml, again;
     LHCDocument other;
-    std::string const tree = Dump(document.GetRootParagraph());
+    std::string const tree = Text(document.GetRootParagraph()).str();
     bool const good = document.SaveToText(xml) && other.LoadFromText(xml) && other.SaveToText(again);
     RequireEqual("saved, loaded and saved", good, true);
-    RequireEqual("the same tree", Dump(other.GetRootParagraph()), tree);
+    RequireEqual("the same tree", Text(other.GetRootParagraph()).str(), tree);
     RequireEqual("the same text", again.str(), xml.str());
     return tree;
 }

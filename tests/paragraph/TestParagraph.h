@@ -3,7 +3,6 @@
 #include "collections/LCStringVector.h"
 #include "documents/LHCParagraph.h"
 #include "paragraph/LCParagraphList.h"
-#include "support/Support.h"
 
 /// The whole tree: name, "=" and value, then attributes and children between braces.
 inline LCString Text(LCParagraph & paragraph)
@@ -20,7 +19,7 @@ inline LCString Text(LCParagraph & paragraph)
            (inner.IsEmpty() ? inner : LCString("{") + inner.Tail(1) + "}");
 }
 
-/// A root with its switch, that can deny to write, and that is its own parameter "self".
+/// A root with its switch, that can deny to write, wants the flag of a text set, and is its own parameter "self".
 class TestParagraph : public LHCParagraph {
     using Arg = LCString const &;
 
@@ -28,16 +27,10 @@ public:
     TestParagraph() : LHCParagraph(mbvFind, "") {}
     using LCParagraph::CleanEnd;
 
-    bool SetValueAsString(Arg v, bool f) override { return LHCParagraph::SetValueAsString(v, mbvFlag = f) && !mbvDeny; }
+    bool SetValueAsString(Arg v, bool f) override { return LHCParagraph::SetValueAsString(v, f) && f && !mbvDeny; }
     bool SetAttributeAsString(Arg a, Arg v) override { return LHCParagraph::SetAttributeAsString(a, v) && !mbvDeny; }
-    LCParagraph * CreateParagraph(Arg p) override { return mbvDeny ? nullptr : LHCParagraph::CreateParagraph(p); }
     LCParagraph * GetParagraph(Arg p) override { return p == "self" ? this : LHCParagraph::GetParagraph(p); }
-    void GetParagraphsWithName(Arg p, LCParagraphList & list, bool flag) override
-    {
-        LHCParagraph::GetParagraphsWithName(p, list, mbvFlag = flag);
-    }
 
     bool mbvFind = false;
-    bool mbvFlag = false;  // of the last call that has one
     bool mbvDeny = false;
 };
