@@ -43,8 +43,8 @@ template <typename Value> void RequireEqual(char const * what, Value const & got
 {
     if (got == expected) return;
     std::fprintf(stderr, "%s\n", what);
-    if constexpr (requires { got.data(); })
-        std::fprintf(stderr, "got      %s\nexpected %s\n", got.data(), expected.data());
+    if constexpr (requires { got.c_str(); })
+        std::fprintf(stderr, "got      %s\nexpected %s\n", got.c_str(), expected.c_str());
     std::abort();
 }
 
