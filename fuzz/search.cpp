@@ -11,29 +11,26 @@ static std::string Fold(std::string text, bool ignoreCase, bool slashes)
     return text;
 }
 
-static std::string Replace(std::string const & text, std::string const & from, std::string const & to, bool ci)
+static std::string Replace(std::string text, std::string const & from, std::string const & to, bool ci)
 {
-    std::string const folded = Fold(text, ci, false), sought = Fold(from, ci, false);
-    std::string result;
-    for (std::size_t i = 0; i < text.size();) {
-        bool const here = !from.empty() && folded.compare(i, sought.size(), sought) == 0;
-        result += here ? to : text.substr(i, 1);
-        i += here ? from.size() : 1;
+    std::string folded = Fold(text, ci, false), sought = Fold(from, ci, false);
+    for (std::size_t i = 0; !from.empty() && (i = folded.find(sought, i)) != std::string::npos; i += to.size()) {
+        text.replace(i, from.size(), to);
+        folded.replace(i, from.size(), to);
     }
-    return result;
+    return text;
 }
 
-/// By table: whether the first `s` bytes match the first `p` of the pattern.
+/// By table: whether the first `s` bytes match what was read of the pattern.
 static bool Matches(std::string const & subject, std::string const & pattern)
 {
     std::vector<bool> row(subject.size() + 1);
     row[0] = true;
     for (char const c : pattern) {
-        std::vector<bool> next(row.size());
-        next[0] = c == '*' && row[0];
-        for (std::size_t s = 1; s < row.size(); ++s)
-            next[s] = c == '*' ? row[s] || next[s - 1] : row[s - 1] && (c == '?' || c == subject[s - 1]);
-        row = next;
+        if (c == '*') std::fill(std::ranges::find(row, true), row.end(), true);
+        for (std::size_t s = subject.size(); c != '*' && s > 0; --s)
+            row[s] = row[s - 1] && (c == '?' || c == subject[s - 1]);
+        row[0] = row[0] && c == '*';
     }
     return row.back();
 }
