@@ -2,12 +2,10 @@
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <vector>
 
 #include "platform/Clock.h"
-#include "support/Support.h"
 
 namespace {
 
@@ -214,16 +212,6 @@ TEST(DateTime, HasTheFixedLayouts)
     }
     EXPECT_EQ(LCDateTime(low, low, low, low, low, low, low, 0).StrDetailedTimeZone(),
               "-2147483648/-2147483648/-2147483648 -2147483648:-2147483648:-2147483648,-2147483648-35791394:08");
-}
-
-// Formats of all kinds are compared with a table of their runs in fuzz/date_text.cpp.
-TEST(DateTime, AFormatIsRunsOfLettersAndOtherCharacters)
-{
-    struct { char const * value; char const * format; char const * text; } const rows[] = {
-        {"2024-3-5", "", ""}, {"2024-3-5", "YYYYY-MMM Year AM PM %d", "- ear A P %d"},
-        {"99-3-5", "YYYY YY", "0099 99"}, {"2005-3-5", "YY hh tt", "05 00 AM"}, {"-7-3-5", "YYYY YY", "00-7 -7"},
-        {"2024-3-5 12:30:0.0", "hh tt", "12 AM"}, {"2024-3-5 13:30:0.0", "hh tt HH", "01 PM 13"}};
-    for (auto const & row : rows) EXPECT_EQ(At(row.value).StrFormat(row.format), row.text) << row.format;
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <cmath>
 #include <vector>
 
-#include "support/Support.h"
-
 namespace {
 
 constexpr LCTimeSpan nan(NAN);
