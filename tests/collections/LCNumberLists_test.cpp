@@ -1,8 +1,6 @@
 #include "collections/LCNumberLists.h"
 
-#include "collections/LCIntRange.h"
 #include "collections/LCPairLists.h"
-#include "support/Support.h"
 
 namespace {
 
@@ -10,30 +8,19 @@ template <typename T, typename Flag> concept Divides = requires(T & v, Flag flag
 template <typename Flag> constexpr bool fills = std::is_constructible_v<LCBoolVector, int, Flag>;
 static_assert(fills<bool> && !fills<char const *> && !fills<int>, "a text or a number is no flag");
 static_assert(Divides<LCIntVector, bool> && !Divides<LCIntVector, char const *> && !Divides<LCDoubleVector, int>);
-template <typename... T> constexpr bool haveVirtualDestructors = (std::has_virtual_destructor_v<T> && ...);
-static_assert(haveVirtualDestructors<LCIntList, LCIntSet, LCDoubleVector>);
+static_assert(std::has_virtual_destructor_v<LCIntList> && std::has_virtual_destructor_v<LCDoubleVector>);
 
-/// Whether each class is moved, and empty then, or only copied. None takes elements in braces, or is a number.
-template <bool move, typename... Collections> void ExpectMoves()
-{
-    auto const expect = []<typename T>(T source) {
-        static_assert((std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T>) == move);
-        static_assert(!std::is_constructible_v<T, std::initializer_list<typename T::value_type>>);
-        static_assert(!std::is_convertible_v<int, T>);
-        T built = std::move(source), assigned;
-        assigned = std::move(built);
-        EXPECT_TRUE(source.size() == !move && built.size() == !move && assigned.size() == 1) << typeid(T).name();
-    };
-    (expect(Make<Collections>({{}})), ...);
-}
-
-TEST(NumberLists, AreEmptyAfterAMoveOrKeepTheirElements)
-{
-    ExpectMoves<true, LCBoolList, LCLongList, LCLongVector, LCLongSet, LCIntIntPairList, LCIntShortPairList,
-                LCStringPairList, LCStringPairVector, LCStringPairSet, LCStringIntPairList, LCStringIntPairVector,
-                LCStringIntPairSet>();
-    ExpectMoves<false, LCBoolVector, LCIntList, LCIntVector, LCIntSet, LCDoubleList, LCDoubleVector, LCDoubleSet>();
-}
+/// Whether all are moved, or all only copied. None takes elements in braces, or is a number.
+template <typename T> constexpr bool isMoved =
+    std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T>;
+template <typename T> concept TakesBraces = std::is_constructible_v<T, std::initializer_list<typename T::value_type>>;
+template <bool move, typename... T> constexpr bool haveMoves =
+    ((isMoved<T> == move && !TakesBraces<T> && !std::is_convertible_v<int, T>) && ...);
+static_assert(haveMoves<true, LCBoolList, LCLongList, LCLongVector, LCLongSet, LCIntIntPairList, LCIntShortPairList,
+                        LCStringPairList, LCStringPairVector, LCStringPairSet, LCStringIntPairList,
+                        LCStringIntPairVector, LCStringIntPairSet>);
+static_assert(haveMoves<false, LCBoolVector, LCIntList, LCIntVector, LCIntSet, LCDoubleList, LCDoubleVector,
+                        LCDoubleSet>);
 
 TEST(NumberLists, FillWithACountAndRemoveAllElementsOfOneValue)
 {
@@ -42,9 +29,7 @@ TEST(NumberLists, FillWithACountAndRemoveAllElementsOfOneValue)
     first = false;
     EXPECT_EQ(flags, Make<LCBoolVector>({false, true}));
     EXPECT_EQ(LCBoolVector(2), Make<LCBoolVector>({false, false}));
-    EXPECT_EQ(LCLongVector(2), Make<LCLongVector>({0, 0}));
     EXPECT_EQ((LCIntVector{2, 7}), Make<LCIntVector>({7, 7}));
-    EXPECT_EQ(LCDoubleVector(2, 0.5), Make<LCDoubleVector>({0.5, 0.5}));
     LCIntVector numbers = Make<LCIntVector>({3, 1, 3, 3, 2});
     EXPECT_TRUE(numbers.Contains(1) && !numbers.Contains(0) && Make<LCIntSet>({2, -1}).Contains(-1));
     EXPECT_TRUE(numbers.Remove(numbers.front()) && !numbers.Remove(9) && !LCIntVector().Remove(0));
@@ -86,8 +71,6 @@ TEST(Pairs, AreOrderedByBothMembersAndStartAtNothing)
     ExpectTotalOrder(std::vector<LCStringIntPair>{{"", -1}, {}, {"a", 1}, {"a", 2}});
     ExpectTotalOrder(std::vector<LCIntIntPair>{{-1, 5}, {0, -1}, {}, {0, 1}});
     ExpectTotalOrder(std::vector<LCIntShortPair>{{-1, 5}, {0, -1}, {}, {0, 1}});
-    LCIntRange const none, range(7, -7);
-    EXPECT_EQ(std::tuple(none.First, none.Last, range.First, range.Last), std::tuple(0, 0, 7, -7));
 }
 
 template <typename... Collections> void ExpectPairSearch(auto one, auto oneCI, auto two)
