@@ -25,8 +25,6 @@ TEST(Math, TheComparisonsAreNotClosedAtTheSameEnd)
 
 TEST(Math, DivisionByAlmostNothingThrows)
 {
-    static_assert(!std::is_base_of_v<std::runtime_error, LCMath::LCDivisionByZero>);
-    EXPECT_STREQ(LCMath::LCDivisionByZero().what(), "Division by zero !");
     for (double const divisor : {0.0, -1e-14, 1e-13}) EXPECT_THROW(LCMath::Div(1.0, divisor), LCMath::LCDivisionByZero);
     EXPECT_EQ((Numbers{LCMath::Div(0.0, 2.0), LCMath::Div(1.0, 2e-13)}), (Numbers{0.0, 1.0 / 2e-13}));
     EXPECT_THROW(LCMath::Div(1.0L, 0.0L), LCMath::LCDivisionByZero);
