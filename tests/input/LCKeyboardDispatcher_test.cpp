@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/Clock.h"
-#include "support/Support.h"
 
 namespace {
 
@@ -15,24 +14,17 @@ using CharEvent = LCEvent2Param<char &, bool &>;
 struct Keyboard : testing::Test {
     Keyboard()
     {
-        Reset();
-        dispatcher.SetHasPrefix(true);
-    }
-    ~Keyboard() override
-    {
-        dispatcher.OnCode >> code;
-        dispatcher.OnKeyPress >> typed;
-        qrtcl::platform::ReplaceClock(nullptr);
-    }
-    void Reset()
-    {
         using namespace qrtcl::platform;
-        static LCKeyboardDispatcher const & untouched = *new LCKeyboardDispatcher(dispatcher);
-        dispatcher = untouched;
-        dispatcher.OnCode << code;
-        dispatcher.OnKeyPress << typed;
         ReplaceClock([]() noexcept { return LocalTime{2024, 12, 31, 23, 59, 58, 990, 60}; });
         LCDateTime::SetCurrentDateTimeOffset(0.0);
+        dispatcher.SetHasPrefix(true);
+    }
+    ~Keyboard() override { qrtcl::platform::ReplaceClock(nullptr); }
+    /// The one dispatcher, as it was at first.
+    static LCKeyboardDispatcher & Fresh()
+    {
+        static LCKeyboardDispatcher const & untouched = *new LCKeyboardDispatcher(LCKeyboardDispatcher::Instance());
+        return LCKeyboardDispatcher::Instance() = untouched;
     }
 
     /// Presses the keys, where ">" lets a second pass and "." 20 ms, and gives what came out: codes in
@@ -55,9 +47,9 @@ struct Keyboard : testing::Test {
     }
     void OnTyped(char & key, bool &) { log += {'[', key, ']'}; }
 
-    LCKeyboardDispatcher & dispatcher = LCKeyboardDispatcher::Instance();
-    LCEvent1Param<LCString const &>::LCHandler code{this, &Keyboard::OnCode};
-    CharEvent::LCHandler typed{this, &Keyboard::OnTyped};
+    LCKeyboardDispatcher & dispatcher = Fresh();
+    LCEvent1Param<LCString const &>::LCHook code{dispatcher.OnCode, this, &Keyboard::OnCode};
+    CharEvent::LCHook typed{dispatcher.OnKeyPress, this, &Keyboard::OnTyped};
     std::string log;
     std::function<void()> atNextCode;
 };
@@ -74,9 +66,9 @@ TEST_F(Keyboard, CodesAreToldFromTyping)
         {true, 3, "=\r", "+()+"}, {true, 3, "=>=1\r", "+++(=1)+"}, {true, 3, "=1>>>>>1\r", "++[1]-[\r]-"},
         {true, 3, "=1>>>>>=2\r", "++++(2)+"}, {true, 3, "=A\rB=C\r", "++(A)+[B]-++(C)+"}};
     for (auto const & row : rows) {
-        Reset();
-        if (row.hasPrefix) dispatcher.SetHasPrefix(true);
-        if (row.speed != 3) dispatcher.SetReactionSpeed(row.speed);
+        LCDateTime::SetCurrentDateTimeOffset(0.0);
+        dispatcher.SetHasPrefix(row.hasPrefix);
+        dispatcher.SetReactionSpeed(row.speed);
         EXPECT_EQ(Press(row.keys), row.expected) << testing::PrintToString(row.keys);
     }
 }
