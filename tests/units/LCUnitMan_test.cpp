@@ -1,7 +1,5 @@
 #include "units/LCUnitMan.h"
 
-#include "support/Support.h"
-
 namespace {
 
 using U = LCUnitMan;
@@ -69,19 +67,16 @@ TEST(UnitMan, DecimalsAndPrecisionOfEachQuantity)
 
 TEST(UnitMan, TheCaseNumbersNameTheQuantities)
 {
-    // Factor from 0 to 1, decimals in units 0 and 1, precision in units 0 and 1.
-    std::tuple<double, int, int, double, double> const rows[] = {
+    // Factor from 0 to 1, decimals and precision in unit 1.
+    std::tuple<double, int, double> const rows[] = {
         // None, distance, force, force per length, strength, density and speed,
-        {1.0, 6, 6, 1e-06, 1e-06}, {0.03937007874015748, 2, 3, 1e-06, 1e-06}, {0.112334353, 0, 0, 1e-06, 1e-06},
-        {0.03423784, 0, 0, 1e-06, 1e-06}, {0.1449881995, 0, 0, 1e-06, 1e-06}, {0.03612729, 2, 4, 1e-06, 1e-06},
-        {2.362204724409449, 2, 4, 1e-06, 1e-06},
+        {1.0, 6, 1e-06}, {0.03937007874015748, 3, 1e-06}, {0.112334353, 0, 1e-06}, {0.03423784, 0, 1e-06},
+        {0.1449881995, 0, 1e-06}, {0.03612729, 4, 1e-06}, {2.362204724409449, 4, 1e-06},
         // rounded distance, angle, rounded angle, time, crown coefficient, weight and none.
-        {0.03937007874015748, 0, 2, 0.01, 0.0001}, {1.0, 2, 2, 1e-06, 1e-06}, {1.0, 6, 6, 0.01, 0.0001},
-        {1.0, 0, 0, 1.0, 1.0}, {0.3587, 6, 7, 1e-06, 1e-06}, {2.2046, 3, 4, 1e-06, 1e-06}, {1.0, 6, 6, 1e-06, 1e-06}};
-    int number = 0;
-    for (auto const & row : rows) {
-        EXPECT_EQ(std::tuple(U::GetCaseScaleFactor(number, 0, 1), U::GetCaseUnitDec(number, 0),
-                             U::GetCaseUnitDec(number, 1), U::GetCaseUnitPrecision(number, 0),
+        {0.03937007874015748, 2, 0.0001}, {1.0, 2, 1e-06}, {1.0, 6, 0.0001}, {1.0, 0, 1.0}, {0.3587, 7, 1e-06},
+        {2.2046, 4, 1e-06}, {1.0, 6, 1e-06}};
+    for (int number = 0; auto const & row : rows) {
+        EXPECT_EQ(std::tuple(U::GetCaseScaleFactor(number, 0, 1), U::GetCaseUnitDec(number, 1),
                              U::GetCaseUnitPrecision(number, 1)), row) << number;
         ++number;
     }
