@@ -6,7 +6,6 @@
 
 #include "streams/detail/Base64Codec.h"
 #include "support/Allocations.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -1,13 +1,11 @@
 #include "streams/LCStream.h"
 
-#include <filesystem>
 #include <type_traits>
 
 #include "streams/LHCInputFileStream.h"
 #include "streams/LHCMemoryStream.h"
 #include "streams/LHCOutputFileStream.h"
 #include "support/Allocations.h"
-#include "support/Support.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include <locale.h>
 
 #include "platform/CharacterSet.h"
-#include "support/Support.h"
 
 namespace {
 
