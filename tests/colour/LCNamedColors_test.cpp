@@ -1,6 +1,5 @@
 #include "colour/LCNamedColors.h"
 
-#include <fstream>
 #include <map>
 
 #include "colour/PrintColour.h"

@@ -1,6 +1,5 @@
 #pragma once
 
 #include "colour/LCColor.h"
-#include "support/Support.h"
 
 inline void PrintTo(LCColor const & colour, std::ostream * out) { *out << colour.StrTRGBA().str(); }
