@@ -2,12 +2,9 @@
 
 // What the tests of threads, locks and timers share.
 
-#include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <random>
 #include <sys/resource.h>

@@ -39,16 +39,18 @@ struct Model {
     }
 };
 
+template <typename Event = LCEvent0Param> struct Receiver {
+    void OnEvent() { call(); }
+    std::function<void()> call{};
+    typename Event::LCHandler handler{*this, &Receiver::OnEvent};
+};
+
 using Actions = std::vector<std::pair<char, int>>;
 
 /// Does the `outer` actions one by one, and the `inner` ones, two at each call of a receiver; gives all calls.
 template <typename Event> std::string CallsOf(Actions const & outer, Actions const & inner)
 {
-    struct Receiver {
-        void OnEvent() { call(); }
-        std::function<void()> call{};
-        typename Event::LCHandler handler{*this, &Receiver::OnEvent};
-    } receivers[4];
+    Receiver<Event> receivers[4];
     Event now, kept;
     std::string log;
     std::size_t done = 0;
@@ -69,7 +71,7 @@ template <typename Event> std::string CallsOf(Actions const & outer, Actions con
         --depth;
         log += ')';
     };
-    for (Receiver & each : receivers)
+    for (auto & each : receivers)
         each.call = [&] {
             log += static_cast<char>('0' + (&each - receivers));
             for (int i = 0; i < 2 && done < 100; ++i) act(inner[done++ % inner.size()]);  // or lists grow without end
@@ -117,32 +119,33 @@ TEST(Event, ReferencesAreSharedValuesAreEachReceiversOwnAndCallsAreFreeOfAllocat
     static_assert(!std::is_constructible_v<TextEvent::LCHandler, int *, decltype(&Probe::OnEvent)>);
 }
 
-// What closes a window in a tick destroys the event that fires, also when firings are nested; or a hook to it, and the
-// next one comes to stand in its place.
+// What closes a window in a tick destroys the event that fires, also when firings are nested, and another receiver; or a
+// hook to it, and the next one comes to stand in its place.
 TEST(Event, AReceiverMayDestroyTheEventThatCallsItAndItsHook)
 {
-    using CountEvent = LCEvent1Param<int &>;
-    struct Receiver {
-        void OnEvent(int & depth)
-        {
-            ++calls;
-            if (--depth > 0) (*event)(depth);
-            closes ? event.reset() : void(hook.emplace(*event, this, &Receiver::OnEvent));
-        }
-        bool closes;
-        int calls = 0;
-        std::unique_ptr<CountEvent> event = std::make_unique<CountEvent>();
-        std::optional<CountEvent::LCHook> hook{};
-    };
     for (int const depth : {1, 3}) {
-        Receiver closing{true}, reopening{false};
-        CountEvent::LCHandler first(closing, &Receiver::OnEvent), second(closing, &Receiver::OnEvent);
-        *closing.event << first;
-        *closing.event << second;
-        reopening.hook.emplace(*reopening.event, reopening, &Receiver::OnEvent);
-        (*closing.event)(*std::make_unique<int>(depth));
-        for (int i = 0; i < 2; ++i) (*reopening.event)(*std::make_unique<int>(depth));
-        EXPECT_EQ(std::tuple(closing.calls, reopening.calls, reopening.event->size()), std::tuple(depth, 2 * depth, 1u));
+        auto closing = std::make_unique<LCEvent0Param>();
+        LCEvent0Param reopening;
+        std::optional<LCEvent0Param::LCHook> hook;
+        int closed = 0, reopened = 0;
+        auto other = std::make_unique<Receiver<>>();
+        Receiver<> first{[&] {
+            if (++closed < depth) (*closing)();
+            if (other) *closing >> other->handler;
+            other.reset(), closing.reset();
+        }};
+        Receiver<> second{[&] {
+            if (++reopened % depth != 0) reopening();
+            hook.emplace(reopening, second, &Receiver<>::OnEvent);
+        }};
+        *closing << first.handler;
+        *closing << other->handler;
+        (*closing)();
+        hook.emplace(reopening, second, &Receiver<>::OnEvent);
+        for (int i = 0; i < 2; ++i) reopening();
+        EXPECT_EQ(std::tuple(closed, reopened, reopening.size()), std::tuple(depth, 2 * depth, 1u));
+        reopening << second.handler;
+        reopening.clear();  // by the list's own operation: no longer held
     }
 }
 

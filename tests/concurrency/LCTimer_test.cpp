@@ -1,7 +1,5 @@
 #include "concurrency/LCTimer.h"
 
-#include <filesystem>
-
 #include "concurrency/Concurrent.h"
 #include "concurrency/LCClock.h"
 #include "concurrency/LCHighResTimer.h"

@@ -5,16 +5,12 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 #include "QRTCL_DataTypes.h"
 #include "documents/LHCDocument.h"
+#include "support/Support.h"
 
 // The C library guards its zone by a lock that the thread sanitizer does not see.
 extern "C" char const * __tsan_default_suppressions();
@@ -24,10 +20,10 @@ namespace {
 
 constexpr double largestGrowth = 4.0;  // MiB; not held against the sanitizers, which keep what is freed
 
-void Require(bool holds, LCString const & what)
+void Require(bool holds, char const * what)
 {
     if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what.c_str());
+    std::fprintf(stderr, "broken: %s\n", what);
     std::_Exit(1);
 }
 
@@ -39,31 +35,9 @@ double Resident()
     return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1048576.0;
 }
 
-/// Two numbers whose sum is 0 for everybody who holds the lock.
-struct Balance {
-    void Move(int amount)
-    {
-        Require(lock.LockWriter(0xFFFFFFFF), "a writer without time-out gets the lock");
-        left += amount;
-        right -= amount;
-        lock.UnlockWriter();
-    }
-    void Check()
-    {
-        if (!lock.LockReader(1)) return;  // in time or not at all
-        Require(left + right == 0, "nobody reads while somebody writes");
-        lock.UnlockReader();
-    }
-    LCRWCriticalSection lock;
-    long left = 0, right = 0;
-};
-
 struct Worker {
-    Worker(Balance & shared, LCString const & file) : balance(shared), path(file) { thread.OnExecute << run; }
     void Run(LCThread &)
     {
-        LCEvent1Param<LCTimer &>::LCHook const onQuick(quick.OnTick, this, &Worker::UseValues);
-        LCEvent1Param<LCTimer &>::LCHook const onSlow(slow.OnTick, this, &Worker::UseDocument);
         quick.SetInterval(1);
         slow.SetInterval(10);
         Require(quick.Start() && slow.Start(), "timers start");
@@ -85,8 +59,14 @@ struct Worker {
         LCDateTime const date(2024, 2, 28, n % 24, 0, 0, 0, 60);
         LCTimeSpan const span(n / 8.0);
         Require((date + span) - span == date && date.GetTimeSpanHighPrecision(date + span) == span, "dates");
-        balance.Move(n % 7);
-        for (int i = 0; i < 4; ++i) balance.Check();
+        Require(lock.LockWriter(0xFFFFFFFF), "a writer without time-out gets the lock");
+        left += n;
+        right -= n;
+        lock.UnlockWriter();
+        for (int i = 0; i < 4 && lock.LockReader(1); ++i) {  // in time or not at all
+            Require(left + right == 0, "nobody reads while somebody writes");
+            lock.UnlockReader();
+        }
         LHCMessageLoop::Post(next->loop, [other = next] { ++other->received; });
     }
     void UseDocument(LCTimer &)
@@ -103,14 +83,17 @@ struct Worker {
         ++documents;
     }
 
-    Balance & balance;
-    LCString const path;
+    static inline LCRWCriticalSection lock;
+    static inline long left = 0, right = 0;  // their sum is 0 for everybody who holds the lock
+    LCString path;
     Worker * next = nullptr;
     std::atomic<std::thread::id> loop;
     unsigned long values = 0, documents = 0, received = 0;
     LCTimer quick, slow;
-    LCEvent1Param<LCThread &>::LCHandler run{*this, &Worker::Run};
+    LCEvent1Param<LCTimer &>::LCHook onQuick{quick.OnTick, this, &Worker::UseValues};
+    LCEvent1Param<LCTimer &>::LCHook onSlow{slow.OnTick, this, &Worker::UseDocument};
     LHCThread thread{true};
+    LCEvent1Param<LCThread &>::LCHook onExecute{thread.OnExecute, this, &Worker::Run};
 };
 
 }  // namespace
@@ -119,31 +102,27 @@ int main(int, char ** arguments)
 {
     LCQRTCL_DataTypesInit::Init(nullptr);
     std::chrono::duration<double> const time(std::atof(arguments[1]));
-    std::string folder = (std::filesystem::temp_directory_path() / "qrtcl-load-XXXXXX").string();
-    Require(::mkdtemp(folder.data()) != nullptr, "a temporary folder");
-    Balance balance;
-    std::vector<std::unique_ptr<Worker>> workers;
-    for (char const c : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'})
-        workers.push_back(std::make_unique<Worker>(balance, LCString(folder + "/" + c)));
-    for (std::size_t i = 0; i < 8; ++i) workers[i]->next = workers[(i + 1) % 8].get();
-    for (auto const & worker : workers) worker->thread.Resume();
+    TemporaryFolder const folder;
+    Worker workers[8];
+    for (std::size_t i = 0; i < 8; ++i) {
+        workers[i].path = folder.Path(std::to_string(i));
+        workers[i].next = &workers[(i + 1) % 8];
+    }
+    for (Worker & worker : workers) worker.thread.Resume();
 
     std::this_thread::sleep_for(time / 10);
     double const first = Resident();
     std::this_thread::sleep_for(time * 0.9);
     double const last = Resident();
 
-    for (auto const & worker : workers) {
-        Require(LHCMessageLoop::Post(worker->loop, [] { LHCMessageLoop::Quit(); }), "each thread has its loop");
-        worker->thread.WaitFor(0xFFFFFFFF);
-    }
-    std::filesystem::remove_all(folder);
     unsigned long values = 0, documents = 0, received = 0;
-    for (auto const & worker : workers) {
-        Require(worker->values > 0 && worker->documents > 0 && worker->received > 0, "no thread starves");
-        values += worker->values;
-        documents += worker->documents;
-        received += worker->received;
+    for (Worker & worker : workers) {
+        Require(LHCMessageLoop::Post(worker.loop, [] { LHCMessageLoop::Quit(); }), "each thread has its loop");
+        worker.thread.WaitFor(0xFFFFFFFF);
+        Require(worker.values > 0 && worker.documents > 0 && worker.received > 0, "no thread starves");
+        values += worker.values;
+        documents += worker.documents;
+        received += worker.received;
     }
     std::printf("%lu rounds of values, %lu documents, %lu calls between threads; %.1f MiB, at the end %.1f\n", values,
                 documents, received, first, last);

@@ -70,9 +70,9 @@ template <typename Values> void ExpectTotalOrder(Values const & values)
         for (auto b = values.begin(); b != values.end(); ++b) {
             bool const less = std::distance(values.begin(), a) < std::distance(values.begin(), b);
             EXPECT_TRUE((*a == *b) == (a == b) && (*a != *b) == (a != b) && (*a < *b) == less);
-            if constexpr (requires { *a > *b; }) EXPECT_EQ(*b > *a, less);
-            if constexpr (requires { *a <= *b; }) EXPECT_EQ(*a <= *b, less || a == b);
-            if constexpr (requires { *a >= *b; }) EXPECT_EQ(*b >= *a, less || a == b);
+            if constexpr (requires { *a > *b; }) { EXPECT_EQ(*b > *a, less); }
+            if constexpr (requires { *a <= *b; }) { EXPECT_EQ(*a <= *b, less || a == b); }
+            if constexpr (requires { *a >= *b; }) { EXPECT_EQ(*b >= *a, less || a == b); }
         }
     }
 }
