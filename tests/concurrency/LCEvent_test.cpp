@@ -112,7 +112,6 @@ TEST(Event, ReferencesAreSharedValuesAreEachReceiversOwnAndCallsAreFreeOfAllocat
     EXPECT_EQ(AllocationsOf([&] { event("", key); }), 0u);
     b.Disable();
     event("", key);
-    EXPECT_FALSE(b.IsEnabled());
     b.Enable();
     event("", key);
     EXPECT_EQ(first.log + second.log + key, "a text too long for a short string1356a text too long for a short string2478");

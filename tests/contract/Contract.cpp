@@ -2,9 +2,6 @@
 // library has the checks.
 
 #include <cstdlib>
-#include <functional>
-#include <memory>
-#include <thread>
 
 #include <gtest/gtest.h>
 

@@ -25,11 +25,7 @@ public:
         if (::mkdtemp(movPath.data()) == nullptr) throw std::runtime_error("no temporary folder " + movPath);
     }
     TemporaryFolder(TemporaryFolder const &) = delete;
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(movPath, ignored);
-    }
+    ~TemporaryFolder() { std::filesystem::remove_all(movPath); }
 
     /// The path of a file in it.
     LCString Path(std::string const & name) const { return LCString(movPath + "/" + name); }
