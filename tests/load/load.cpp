@@ -11,7 +11,7 @@
 #include "support/Support.h"
 
 // The C library guards its zone by a lock that the thread sanitizer does not see.
-extern "C" char const * __tsan_default_suppressions();
+extern "C" __attribute__((visibility("default"))) char const * __tsan_default_suppressions();
 extern "C" char const * __tsan_default_suppressions() { return "race:tzset_internal\n"; }
 
 namespace {
