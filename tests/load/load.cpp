@@ -2,7 +2,6 @@
 // message loop, and all with one reader-writer lock. Fails if anything is not as it must be, or if memory grows.
 // Usage: load SECONDS
 
-#include <chrono>
 #include <cstdio>
 #include <unistd.h>
 
