@@ -39,7 +39,7 @@ TEST(Thread, RunsItsReceiversOnAThreadOfItsOwnAndMayRunAgain)
         Await([&] { return !hold.load(); });
     });
     thread.Suspend();  // nothing to suspend
-    for (std::size_t run : {1, 2}) {
+    for (std::size_t const run : {1u, 2u}) {
         hold = true;
         thread.Resume();
         thread.WaitFor(1);  // the end of the time is not reported
@@ -144,10 +144,8 @@ TEST(ForcedEnd, LeavesTheProcessHealthy)
     for (Kind const & kind : kinds) {
         if (QRTCL_TEST_SANITIZED && kind.insideSanitizers) continue;
         SCOPED_TRACE(kind.name);
-        // The locks and the event, to which one may hook, are as if the threads ended before had never come.
+        // The locks are as if the threads ended before had never come.
         ASSERT_TRUE(readLocked.LockReader(0) && writeLocked.LockWriter(0) && writeLocked.LockReader(0));
-        LCEvent0Param::LCHook const another(event, endless, &Endless::OnEvent);
-        ASSERT_EQ(event.size(), 2u);
         for (int i = 0; i < Rounds(100); ++i) {
             std::atomic<bool> started{false};
             Runner thread([&](LCThread &) { for (started = true;;) kind.body(); });
@@ -157,6 +155,8 @@ TEST(ForcedEnd, LeavesTheProcessHealthy)
             if (i % 6 == 0) thread.Resume();
         }
         Await([&] { return CountThreads() == before; });
+        LCEvent0Param::LCHook const another(event, endless, &Endless::OnEvent);
+        ASSERT_EQ(event.size(), 2u);  // at rest, one hooks to it at once
         for (LCRWCriticalSection * const lock : {&readLocked, &writeLocked}) lock->UnlockReader();
         writeLocked.UnlockWriter();
         std::jthread([] { for (std::size_t n = 1; n < 10'000; ++n) std::vector<char>(n % 5000 + 1).at(0) = 1; });
