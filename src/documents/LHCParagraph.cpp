@@ -98,11 +98,13 @@ double LHCParagraph::GetValueAsDouble(double def)
 Attribute * LHCParagraph::FindAttribute(std::string_view name) const
 {
     if (mopBranch == nullptr || mopBranch->firstAttribute == nullptr) return nullptr;
-    return FindAttribute(TreeStore().names.Find(name));
+    Names const & names = TreeStore().names;
+    std::uint64_t const hash = names.Hash(name);
+    return FindAttribute(names.Find(name, hash), hash);
 }
 
 /// Null is a name that nothing in the tree has.
-Attribute * LHCParagraph::FindAttribute(Name const * name) const
+Attribute * LHCParagraph::FindAttribute(Name const * name, std::uint64_t hash) const
 {
     if (mopBranch == nullptr || name == nullptr) return nullptr;
     auto & index = mopBranch->attributeIndex;
@@ -117,7 +119,7 @@ Attribute * LHCParagraph::FindAttribute(Name const * name) const
             made->Insert(at->name->hash, *at);
         index = std::move(made);
     }
-    return index->Find(name->hash, [&](Attribute const & attribute) { return attribute.name == name; });
+    return index->Find(hash, [&](Attribute const & attribute) { return attribute.name == name; });
 }
 
 void LHCParagraph::AppendAttribute(std::string_view name, std::string_view text)
@@ -237,7 +239,9 @@ bool LHCParagraph::IsChild(LCParagraph & paragraph)
 LHCParagraph * LHCParagraph::FirstWithName(std::string_view text)
 {
     if (mopBranch == nullptr || mopBranch->count == 0) return nullptr;
-    Name const * const name = TreeStore().names.Find(text);
+    Names const & names = TreeStore().names;
+    std::uint64_t const hash = names.Hash(text);
+    Name const * const name = names.Find(text, hash);
     if (name == nullptr) return nullptr;
 
     if (mopBranch->index == nullptr && mopBranch->count > fewEnough) MakeIndex();
@@ -246,7 +250,7 @@ LHCParagraph * LHCParagraph::FirstWithName(std::string_view text)
         while (at != nullptr && at->mopName != name) at = at->mopNext;
         return at;
     }
-    LHCParagraph * const head = HeadOf(*name);
+    LHCParagraph * const head = HeadOf(*name, hash);
     return head == nullptr || !head->mbvUnordered ? head : &OrderSameName(*head);
 }
 
@@ -278,9 +282,11 @@ LCParagraph * LHCParagraph::GetParagraphWithNameAndAttributeAsString(LCString co
                                                                      LCString const & attr,
                                                                      LCString const & text)
 {
-    Name const * const sought = TreeStore().names.Find(attr.str());
+    Names const & names = TreeStore().names;
+    std::uint64_t const hash = names.Hash(attr.str());
+    Name const * const sought = names.Find(attr.str(), hash);
     for (LHCParagraph * at = FirstWithName(name.str()); at != nullptr; at = NextWithName(*at)) {
-        Attribute const * const attribute = at->FindAttribute(sought);
+        Attribute const * const attribute = at->FindAttribute(sought, hash);
         if (attribute != nullptr && attribute->text == text.str()) return at;
     }
     return nullptr;
@@ -288,10 +294,9 @@ LCParagraph * LHCParagraph::GetParagraphWithNameAndAttributeAsString(LCString co
 
 // The index
 
-LHCParagraph * LHCParagraph::HeadOf(Name const & name) const
+LHCParagraph * LHCParagraph::HeadOf(Name const & name, std::uint64_t hash) const
 {
-    return mopBranch->index->Find(name.hash,
-                                  [&](LHCParagraph const & head) { return head.mopName == &name; });
+    return mopBranch->index->Find(hash, [&](LHCParagraph const & head) { return head.mopName == &name; });
 }
 
 void LHCParagraph::MakeIndex()
@@ -306,7 +311,7 @@ void LHCParagraph::AddToIndex(LHCParagraph & child, bool behindAll) noexcept
     if (mopBranch->index == nullptr) return;
     child.mopNextSame = nullptr;
     child.mbvUnordered = false;
-    if (LHCParagraph * const head = HeadOf(*child.mopName)) {
+    if (LHCParagraph * const head = HeadOf(*child.mopName, child.mopName->hash)) {
         child.mopPreviousSame = std::exchange(head->mopPreviousSame, &child);
         child.mopPreviousSame->mopNextSame = &child;
         if (!behindAll) head->mbvUnordered = true;
@@ -327,7 +332,7 @@ void LHCParagraph::TakeFromIndex(LHCParagraph & child) noexcept
     LHCParagraph * const previous = child.mopPreviousSame;
     if (previous->mopNextSame != nullptr) {  // not the first: only the last one's next is null
         previous->mopNextSame = next;
-        (next == nullptr ? HeadOf(*child.mopName) : next)->mopPreviousSame = previous;
+        (next == nullptr ? HeadOf(*child.mopName, child.mopName->hash) : next)->mopPreviousSame = previous;
     } else if (next != nullptr) {
         next->mopPreviousSame = previous;
         next->mbvUnordered = child.mbvUnordered;

@@ -87,11 +87,12 @@ private:
     void MakeIndex();
     void AddToIndex(LHCParagraph & child, bool behindAll) noexcept;
     void TakeFromIndex(LHCParagraph & child) noexcept;
-    LHCParagraph * HeadOf(qrtcl::documents::Name const & name) const;
+    LHCParagraph * HeadOf(qrtcl::documents::Name const & name, std::uint64_t hash) const;
     LHCParagraph & OrderSameName(LHCParagraph & head);
 
     qrtcl::documents::Attribute * FindAttribute(std::string_view name) const;
-    qrtcl::documents::Attribute * FindAttribute(qrtcl::documents::Name const * name) const;
+    qrtcl::documents::Attribute * FindAttribute(qrtcl::documents::Name const * name,
+                                                std::uint64_t hash) const;
     void AppendAttribute(std::string_view name, std::string_view text);
     void RemoveAttribute(qrtcl::documents::Attribute & attribute) noexcept;
 

@@ -67,8 +67,6 @@ Name * Names::Find(std::string_view text, std::uint64_t hash) const noexcept
     return movTable.Find(hash, [&](Name const & name) { return IsEqual(name.Text(), text); });
 }
 
-Name * Names::Find(std::string_view text) const noexcept { return Find(text, Hash(text)); }
-
 Name & Names::Use(std::string_view text)
 {
     std::uint64_t const hash = Hash(text);

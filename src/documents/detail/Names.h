@@ -30,8 +30,11 @@ public:
     /// Leaves the names alone: they go with their last use.
     ~Names() = default;
 
+    /// The hash of a text in this tree. A name keeps it too; who has the text and asks a second table by its
+    /// own hash need not wait for the name to come from memory.
+    std::uint64_t Hash(std::string_view text) const noexcept;
     /// The name, or null if nothing in the tree is called so.
-    Name * Find(std::string_view text) const noexcept;
+    Name * Find(std::string_view text, std::uint64_t hash) const noexcept;
     /// The name, with one more use. Throws what the allocation throws.
     Name & Use(std::string_view text);
     static Name & Use(Name & name) noexcept
@@ -48,8 +51,6 @@ public:
     void Close() noexcept { mbvClosed = true; }
 
 private:
-    std::uint64_t Hash(std::string_view text) const noexcept;
-    Name * Find(std::string_view text, std::uint64_t hash) const noexcept;
     void Forget(Name & name) noexcept;
 
     HashTable<Name> movTable;
