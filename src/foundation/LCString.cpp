@@ -36,13 +36,13 @@ void PadLeft(std::string & s, int width, char fill)
     }
 }
 
-/// Runs `format` on the text; if that throws, the text is "+NAN", which needs no memory.
-template <typename Format> void FormatOrNan(std::string & s, Format format) noexcept
+/// What `format` gives; if it throws, "+NAN", which needs no memory.
+template <typename Format> std::string FormatOrNan(Format format) noexcept
 {
     try {
-        format();
+        return format();
     } catch (...) {
-        s = "+NAN";
+        return "+NAN";
     }
 }
 
@@ -68,52 +68,42 @@ void LCString::AssignCopies(int count, char c)
 // Eleven characters at most need no memory of their own, so nothing can fail.
 LCString::LCString(int v) : movText(Decimal(v)) {}
 LCString::LCString(unsigned int v) : movText(Decimal(v)) {}
-LCString::LCString(long v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
-LCString::LCString(unsigned long v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
-LCString::LCString(long long v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
-LCString::LCString(unsigned long long v)
-{
-    FormatOrNan(movText, [&] { movText = Decimal(v); });
-}
+LCString::LCString(long v) : movText(FormatOrNan([&] { return Decimal(v); })) {}
+LCString::LCString(unsigned long v) : movText(FormatOrNan([&] { return Decimal(v); })) {}
+LCString::LCString(long long v) : movText(FormatOrNan([&] { return Decimal(v); })) {}
+LCString::LCString(unsigned long long v) : movText(FormatOrNan([&] { return Decimal(v); })) {}
 
-void LCString::AssignPadded(double v, int precision, int width, char fill) noexcept
+std::string LCString::PaddedText(double v, int precision, int width, char fill) noexcept
 {
-    FormatOrNan(movText, [&] {
-        number::AssignFixed(movText, v, precision < 0 ? 6 : precision, false);
-        PadLeft(movText, width, fill);
+    return FormatOrNan([&] {
+        std::string text = number::Fixed(v, precision < 0 ? 6 : precision, false);
+        PadLeft(text, width, fill);
+        return text;
     });
 }
 
-void LCString::AssignInteger(int v, int width, char fill, bool hex) noexcept
+std::string LCString::IntegerText(int v, int width, char fill, bool hex) noexcept
 {
-    FormatOrNan(movText, [&] {
+    return FormatOrNan([&] {
+        std::string text;
         if (hex) {
             char buffer[8];
-            auto const end =
-                std::to_chars(buffer, buffer + sizeof buffer, static_cast<unsigned int>(v), 16).ptr;
-            movText.assign(buffer, end);
+            text.assign(buffer,
+                        std::to_chars(buffer, std::end(buffer), static_cast<unsigned int>(v), 16).ptr);
         } else {
-            movText = Decimal(v);
+            text = Decimal(v);
         }
-        PadLeft(movText, width, fill);
+        PadLeft(text, width, fill);
+        return text;
     });
 }
 
-void LCString::AssignDouble(double v, int precision, bool trim) noexcept
+std::string LCString::StoredText(double v, int precision, bool trim) noexcept
 {
     constexpr int storedPrecision = 12;
-    FormatOrNan(movText, [&] {
-        number::AssignFixed(movText, v, precision < 0 ? storedPrecision : precision,
-                            precision < 0 || (trim && precision != 0));
+    return FormatOrNan([&] {
+        return number::Fixed(v, precision < 0 ? storedPrecision : precision,
+                             precision < 0 || (trim && precision != 0));
     });
 }
 

@@ -67,24 +67,21 @@ public:
     template <std::same_as<bool> Bool> LCString(int v, Bool hex) : LCString(v, 0, ' ', hex) {}
     /// As above, then filled up on the left to `width`; the fill stands before the sign ("00-5"). A longer
     /// text stays whole.
-    template <std::same_as<bool> Bool> LCString(int v, int width, char fill, Bool hex)
-    {
-        AssignInteger(v, width, fill, hex);
-    }
+    template <std::same_as<bool> Bool>
+    LCString(int v, int width, char fill, Bool hex) : movText(IntegerText(v, width, fill, hex))
+    {}
     /// Fixed notation with `precision` digits behind the point (negative: 6), exactly rounded, never an
     /// exponent; then filled up on the left to `width`. Infinities and not-a-number are "inf", "-inf", "nan",
     /// "-nan".
-    template <std::same_as<char> Char> LCString(double v, int precision, int width, Char fill)
-    {
-        AssignPadded(v, precision, width, fill);
-    }
+    template <std::same_as<char> Char>
+    LCString(double v, int precision, int width, Char fill) : movText(PaddedText(v, precision, width, fill))
+    {}
     /// The form in which the family stores numbers. A negative `precision` gives 12 digits behind the point
     /// without trailing zeros: 1.5 is "1.5", 100.0 is "100", -0.0 is "-0". Otherwise `precision` digits,
     /// whose trailing zeros go if `trim` is true.
-    template <std::same_as<bool> Bool> LCString(double v, int precision, Bool trim)
-    {
-        AssignDouble(v, precision, trim);
-    }
+    template <std::same_as<bool> Bool>
+    LCString(double v, int precision, Bool trim) : movText(StoredText(v, precision, trim))
+    {}
 
     /// A double is no integer.
     template <std::floating_point Float, typename T> LCString(Float, T) = delete;
@@ -299,9 +296,9 @@ private:
     void AssignCopies(int count, char c);
     void TrimLeftOf(char c);
     bool SameCI(LCString const & other) const noexcept;
-    void AssignInteger(int v, int width, char fill, bool hex) noexcept;
-    void AssignDouble(double v, int precision, bool trim) noexcept;
-    void AssignPadded(double v, int precision, int width, char fill) noexcept;
+    static std::string IntegerText(int v, int width, char fill, bool hex) noexcept;
+    static std::string StoredText(double v, int precision, bool trim) noexcept;
+    static std::string PaddedText(double v, int precision, int width, char fill) noexcept;
 
     std::string movText;
 };

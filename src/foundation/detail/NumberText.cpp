@@ -17,7 +17,9 @@ namespace {
 
 __extension__ typedef unsigned __int128 UInt128;
 
-constexpr int maxExactDigits = 18;  // 10^18 still fits 64 bits, and a 53-bit fraction times it 128 bits
+constexpr int maxExactDigits = 18;  // 10^18 still fits 64 bits
+constexpr int maxFixedDigits = 16;  // two times eight; a 53-bit fraction times 10^16 fits 128 bits
+constexpr std::uint64_t eachByte = 0x0101010101010101;
 
 consteval std::array<std::uint64_t, maxExactDigits + 1> PowersOfTen()
 {
@@ -47,10 +49,9 @@ std::uint64_t LoadWord(char const * p, char const * end)
 /// How many of the eight bytes, from the lowest on, are digits.
 int CountDigits(std::uint64_t word)
 {
-    constexpr std::uint64_t each = 0x0101010101010101;
     // In the first byte that is no digit one of the two gets its high bit set; carries reach only later
     // bytes.
-    std::uint64_t const others = ((word + 0x46 * each) | (word - '0' * each)) & 0x80 * each;
+    std::uint64_t const others = ((word + 0x46 * eachByte) | (word - '0' * eachByte)) & 0x80 * eachByte;
     return std::countr_zero(others) / 8;
 }
 
@@ -64,56 +65,61 @@ std::uint64_t EvaluateDigits(std::uint64_t word, int count)
     return (word & 0x0000FFFF0000FFFF) * (std::uint64_t{10000} * 4294967296 + 1) >> 32;
 }
 
-/// Writes exactly `count` digits of `v` so that they end at `last`.
-void WriteDigits(char * last, std::uint64_t v, int count)
+/// The eight digits of a number below 10^8, not yet as characters, the first in the lowest byte: split into
+/// fours, pairs and single ones at once.
+std::uint64_t SplitDigits(std::uint64_t v)
 {
-    for (; count >= 4; count -= 4, v /= 10000) {
-        unsigned const four = static_cast<unsigned>(v % 10000);
-        last -= 4;
-        std::memcpy(last, &digitPairs[four / 100 * 2], 2);
-        std::memcpy(last + 2, &digitPairs[four % 100 * 2], 2);
-    }
-    for (; count > 0; --count, v /= 10) *--last = static_cast<char>('0' + v % 10);
+    std::uint64_t const fours = v / 10000 | v % 10000 << 32;
+    std::uint64_t const hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F;
+    std::uint64_t const pairs = hundreds | (fours - hundreds * 100) << 16;
+    std::uint64_t const tens = (pairs * 103 >> 10) & 0x000F000F000F000F;
+    return tens | (pairs - tens * 10) << 8;
 }
 
-/// Writes all digits of `v` so that they end at `last`; gives the first.
-char * WriteWhole(char * last, std::uint64_t v)
+constexpr std::uint64_t eightDigits = 100000000;
+
+void WriteDigits(char * at, std::uint64_t digits)
 {
-    for (; v >= 100; v /= 100) {
-        last -= 2;
-        std::memcpy(last, &digitPairs[2 * (v % 100)], 2);
-    }
-    if (v < 10) {
-        *--last = static_cast<char>('0' + v);
-        return last;
-    }
-    last -= 2;
-    std::memcpy(last, &digitPairs[2 * v], 2);
-    return last;
+    digits += '0' * eachByte;
+    std::memcpy(at, &digits, sizeof digits);
 }
 
-/// How many digits `WriteWhole` writes.
-std::size_t CountDecimalDigits(std::uint64_t v)
+/// Writes the digits of a number below 10^8, and zero bytes up to the eighth; gives the end of the digits.
+char * WriteUpToEight(char * at, std::uint64_t v)
 {
-    for (std::size_t count = 1;; count += 4, v /= 10000) {
-        if (v < 10) return count;
-        if (v < 100) return count + 1;
-        if (v < 1000) return count + 2;
-        if (v < 10000) return count + 3;
-    }
+    constexpr std::uint64_t lastDigit = std::uint64_t{1} << 56;  // stays, be it zero
+    std::uint64_t const digits = SplitDigits(v);
+    int const zeros = std::countr_zero(digits | lastDigit) / 8;
+    std::uint64_t const shown = (digits + '0' * eachByte) >> 8 * zeros;
+    std::memcpy(at, &shown, sizeof shown);
+    return at + 8 - zeros;
 }
 
-/// The end of a number text without the zeros at the end of its fraction, and without a point left there.
-char const * TrimmedEnd(char const * first, char const * end)
+/// Writes the sign and a number below 10^16; gives the end. Seven more bytes may be written.
+char * WriteWhole(char * at, std::uint64_t v, bool negative)
 {
-    while (end - first > 1 && end[-1] == '0' && end[-2] != '.') --end;
-    if (end - first > 1 && end[-1] == '0') end -= 2;
-    return end;
+    *at = '-';
+    at += static_cast<int>(negative);
+    if (v < eightDigits) return WriteUpToEight(at, v);
+    at = WriteUpToEight(at, v / eightDigits);
+    WriteDigits(at, SplitDigits(v % eightDigits));
+    return at + 8;
+}
+
+/// Without places there is no point either.
+char * EndBehind(char * point, int places) { return places > 0 ? point + 1 + places : point; }
+
+/// A text of at most 15 bytes, which `write` writes where it stays, in full length, and gives the end of.
+template <typename Write> std::string ShortText(Write write)
+{
+    std::string text(15, '\0');
+    text.resize(static_cast<std::size_t>(write(text.data()) - text.data()));
+    return text;
 }
 
 /// The exact way for magnitudes below 2^53: the fraction is m / 2^s with m below 2^53, so its digits are one
 /// 128-bit product, a shift, and an exact test of the half.
-void AssignFixedExact(std::string & text, double v, int precision, bool trim)
+std::string FixedExact(double v, int precision, bool trim)
 {
     std::uint64_t const bits = std::bit_cast<std::uint64_t>(v);
     int const biased = static_cast<int>(bits >> 52 & 0x7FF);
@@ -125,48 +131,60 @@ void AssignFixedExact(std::string & text, double v, int precision, bool trim)
     std::uint64_t const rest = shift < 64 ? mantissa - (whole << shift) : mantissa;
     std::uint64_t const scale = powersOfTen[static_cast<unsigned>(precision)];
     std::uint64_t fraction = 0;
-    if (rest != 0 && shift < 120) {  // beyond that the product, below 2^113, is less than the half
+    if (rest != 0 && shift < 120) {  // beyond that the product, below 2^107, is less than the half
         UInt128 const product = static_cast<UInt128>(rest) * scale;
-        UInt128 const unit = static_cast<UInt128>(1) << shift;
-        UInt128 const cut = product & (unit - 1);
-        fraction = static_cast<std::uint64_t>(product >> shift);
-        bool const odd = ((precision == 0 ? whole : fraction) & 1) != 0;
-        if (cut > unit / 2 || (cut == unit / 2 && odd)) ++fraction;
+        // Up if the rest is more than the half, or the half behind an odd digit.
+        std::uint64_t const cut = static_cast<std::uint64_t>(product >> shift);
+        UInt128 const half = static_cast<UInt128>(1) << (shift - 1);
+        unsigned const odd = (precision == 0 ? whole : cut) & 1;
+        fraction = static_cast<std::uint64_t>((product + (half - 1) + odd) >> shift);
         if (fraction == scale) {
             fraction = 0;
             ++whole;
         }
     }
 
-    char buffer[48];
-    char * const last = buffer + sizeof buffer;
-    char const * end = last;
-    char * first = last;
-    if (precision > 0) {
-        if (trim && fraction == 0) {
-            end = first;
-        } else {
-            for (; trim && precision > 4 && fraction % 10000 == 0; precision -= 4) fraction /= 10000;
-            WriteDigits(last, fraction, precision);
-            first = last - precision;
-            *--first = '.';
-            if (trim) end = TrimmedEnd(first, last);
-        }
+    bool const negative = std::signbit(v);
+    fraction *= powersOfTen[static_cast<unsigned>(maxFixedDigits - precision)];
+    std::uint64_t const high = SplitDigits(fraction / eightDigits);
+    int const significant = 8 - std::countl_zero(high) / 8;
+    constexpr std::uint64_t fiveDigits = 100000;
+    if (fraction % eightDigits == 0 && whole < fiveDigits && (trim || precision <= 8)) {
+        return ShortText([&](char * at) {
+            char * const point = WriteWhole(at, whole, negative);
+            *point = '.';
+            WriteDigits(point + 1, high);
+            return EndBehind(point, trim ? significant : precision);
+        });
     }
-    first = WriteWhole(first, whole);
-    if (std::signbit(v)) *--first = '-';
-    text.assign(first, static_cast<std::size_t>(end - first));
+    char buffer[48];
+    char * const point = WriteWhole(buffer, whole, negative);
+    *point = '.';
+    WriteDigits(point + 1, high);
+    std::uint64_t const low = SplitDigits(fraction % eightDigits);
+    WriteDigits(point + 9, low);
+    int const places = low != 0 ? 16 - std::countl_zero(low) / 8 : significant;
+    return std::string(buffer, EndBehind(point, trim ? places : precision));
+}
+
+/// The end of a number text without the zeros at the end of its fraction, and without a point left there.
+char const * TrimmedEnd(char const * first, char const * end)
+{
+    while (end - first > 1 && end[-1] == '0' && end[-2] != '.') --end;
+    if (end - first > 1 && end[-1] == '0') end -= 2;
+    return end;
 }
 
 /// Digits of any number: sign and at most 309 before the point.
-void AssignFixedAny(std::string & text, double v, int precision, bool trim)
+std::string FixedAny(double v, int precision, bool trim)
 {
     constexpr std::size_t digitsBeforePoint = 309;
-    text.resize(digitsBeforePoint + 2 + static_cast<std::size_t>(precision));
+    std::string text(digitsBeforePoint + 2 + static_cast<std::size_t>(precision), '\0');
     auto const result =
         std::to_chars(text.data(), text.data() + text.size(), v, std::chars_format::fixed, precision);
     char const * const end = trim ? TrimmedEnd(text.data(), result.ptr) : result.ptr;
     text.resize(static_cast<std::size_t>(end - text.data()));
+    return text;
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -496,21 +514,22 @@ bool ReadRoomy(std::string_view text, bool hex, std::uint32_t & out) noexcept
 
 }  // namespace
 
-void AssignFixed(std::string & text, double v, int precision, bool trim)
+std::string Fixed(double v, int precision, bool trim)
 {
     constexpr double exactLimit = 9007199254740992.0;  // 2^53
-    if (precision <= maxExactDigits && std::fabs(v) < exactLimit) {
-        AssignFixedExact(text, v, precision, trim);
-    } else {
-        AssignFixedAny(text, v, precision, trim);
-    }
+    bool const exact = precision <= maxFixedDigits && std::fabs(v) < exactLimit;
+    return exact ? FixedExact(v, precision, trim) : FixedAny(v, precision, trim);
 }
 
 std::string Decimal(std::uint64_t magnitude, bool negative)
 {
-    std::string text(CountDecimalDigits(magnitude) + (negative ? 1 : 0), '-');
-    WriteWhole(text.data() + text.size(), magnitude);
-    return text;
+    constexpr std::uint64_t fourteenDigits = 100000000000000;
+    if (magnitude < fourteenDigits)
+        return ShortText([&](char * at) { return WriteWhole(at, magnitude, negative); });
+    char buffer[24] = {'-'};
+    char * const first = buffer + static_cast<int>(negative);
+    char * const end = std::to_chars(first, std::end(buffer), magnitude).ptr;
+    return std::string(buffer, end);
 }
 
 bool ReadDouble(std::string_view text, double & out) noexcept

@@ -30,7 +30,7 @@ inline constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1
 /// Fixed notation with `precision` (not negative) digits behind the point, exactly rounded (ties to even).
 /// With `trim`, without the zeros at the end of the fraction; a point left at the end goes as well. Throws
 /// what the allocation throws.
-void AssignFixed(std::string & text, double v, int precision, bool trim);
+std::string Fixed(double v, int precision, bool trim);
 
 /// Decimal digits behind the sign.
 std::string Decimal(std::uint64_t magnitude, bool negative);
