@@ -270,7 +270,6 @@ struct Walk {
     }
 };
 
-constexpr std::uint64_t exactMantissa = std::uint64_t{1} << 53;
 constexpr std::ptrdiff_t beyondAnyDigits = 100000;
 
 /// A number without sign as the extraction collects it. With at most 19 digits, leading zeros included, it is
@@ -309,25 +308,56 @@ DecimalText ScanDecimal(std::string_view text)
     return number;
 }
 
-/// mantissa / 10^digits, correctly rounded: a quotient of at least 62 bits, with the rest kept in its last
-/// bit, loses nothing that the rounding to 53 bits asks for.
+/// A power of ten, shifted so that its highest bit is set, and what (2^128 - 1) / `value` is above 2^64.
+struct Divisor {
+    std::uint64_t value;
+    std::uint64_t reciprocal;
+    int shift;
+};
+
+consteval std::array<Divisor, maxExactDigits + 1> Divisors()
+{
+    std::array<Divisor, maxExactDigits + 1> divisors{};
+    for (unsigned i = 0; i < divisors.size(); ++i) {
+        int const shift = std::countl_zero(powersOfTen[i]);
+        std::uint64_t const value = powersOfTen[i] << shift;
+        divisors[i] = {value, static_cast<std::uint64_t>(~UInt128{0} / value), shift};
+    }
+    return divisors;
+}
+constexpr auto divisors = Divisors();
+
+/// mantissa / 10^digits, correctly rounded: a quotient of at least 61 bits, with the rest kept in its last
+/// bit, loses nothing that the rounding to 53 bits asks for. The division of 128 bits by a known divisor is
+/// that of Moeller and Granlund, "Improved division by invariant integers" (2011).
 double Quotient(std::uint64_t mantissa, int digits)
 {
-    std::uint64_t const divisor = powersOfTen[static_cast<unsigned>(digits)];
+    Divisor const & divisor = divisors[static_cast<unsigned>(digits)];
     int const up = std::countl_zero(mantissa);
-    int const divisorUp = std::countl_zero(divisor);
-    UInt128 const numerator = static_cast<UInt128>(mantissa << up) << 63;
-    std::uint64_t const wide = divisor << divisorUp;
-    std::uint64_t const quotient = static_cast<std::uint64_t>(numerator / wide);
-    bool const rest = static_cast<UInt128>(quotient) * wide != numerator;
-    int const power = divisorUp - up - 63;  // between -126 and 0: always a normal number
+    std::uint64_t const high = mantissa << up >> 2;  // of the numerator, below 2^62
+    std::uint64_t const low = mantissa << up << 62;
+    UInt128 const estimate =
+        static_cast<UInt128>(divisor.reciprocal) * high + (static_cast<UInt128>(high) << 64 | low);
+    std::uint64_t quotient = static_cast<std::uint64_t>(estimate >> 64) + 1;
+    std::uint64_t rest = low - quotient * divisor.value;
+    // Often one too many: a branch here would be a coin to toss.
+    std::uint64_t const over = 0 - std::uint64_t{rest > static_cast<std::uint64_t>(estimate)};
+    quotient += over;
+    rest += over & divisor.value;
+    if (rest >= divisor.value) {
+        ++quotient;
+        rest -= divisor.value;
+    }
+    int const power = divisor.shift - up - 62;  // between -125 and 1: always a normal number
     double const scale = std::bit_cast<double>(static_cast<std::uint64_t>(1023 + power) << 52);
-    return static_cast<double>(quotient | static_cast<std::uint64_t>(rest)) * scale;
+    quotient |= std::uint64_t{rest != 0};
+    return static_cast<double>(static_cast<std::int64_t>(quotient)) * scale;
 }
 
 /// mantissa / 10^digits. If both sides are exact as doubles, one division rounds correctly.
 double Fraction(std::uint64_t mantissa, int digits)
 {
+    constexpr std::uint64_t exactMantissa = std::uint64_t{1} << 53;
     if (mantissa > exactMantissa) return Quotient(mantissa, digits);
     return static_cast<double>(static_cast<std::int64_t>(mantissa)) /
            exactPowers[static_cast<unsigned>(digits)];
