@@ -82,6 +82,27 @@ benchmark::internal::Benchmark * Register(std::string const & workload, std::str
     return RegisterPrepared(workload, implementation, items, [pass] { return pass; });
 }
 
+/// Registers what a workload contains whatever its code, to be seen beside it: nothing to compare results
+/// with.
+template <typename Pass>
+benchmark::internal::Benchmark * RegisterBound(std::string const & workload, std::string const & what,
+                                               std::size_t items, Pass pass)
+{
+    return Register("bound." + workload, what, items, pass);
+}
+
+/// A text in 40 bytes, as ours, which point to their class: what of a row is the size of its texts.
+struct WideText {
+    explicit WideText(std::string const & of) : text(of) {}
+    WideText(char const * begin, char const * end) : text(begin, end) {}
+    auto operator<=>(WideText const & other) const { return text <=> other.text; }
+
+    void const * kind = nullptr;
+    std::string text;
+};
+inline std::string const & TextOf(std::string const & text) { return text; }
+inline std::string const & TextOf(WideText const & text) { return text.text; }
+
 /// Ends the program if an implementation does not give what the others give.
 inline void Require(bool same, char const * what)
 {

@@ -222,6 +222,15 @@ void MemoryToFile()
         };
     });
     auto const bytes = [] { return std::make_shared<std::string const>(pieces * megabyte, 'x'); };
+    bench::RegisterPrepared("bound." + workload, "write(2) of a copy", 1, [bytes] {
+        return [all = bytes()] {
+            std::string const block(*all);
+            int const to = ::open(file.Name(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+            ssize_t const written = ::write(to, block.data(), block.size());
+            bench::Require(written == static_cast<ssize_t>(block.size()), "writing");
+            ::close(to);
+        };
+    });
     bench::RegisterPrepared(workload, "write(2)", 1, [bytes] {
         return [all = bytes()] {
             int const to = ::open(file.Name(), O_WRONLY | O_CREAT | O_TRUNC, 0666);

@@ -2,6 +2,7 @@
 // sorting and looking up without case.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <list>
@@ -20,6 +21,9 @@
 namespace {
 
 using Texts = std::vector<std::string>;
+using WideTexts = std::vector<bench::WideText>;
+static_assert(sizeof(bench::WideText) == sizeof(LCString));
+char const wide[] = "the peer over texts of 40 bytes";
 
 std::size_t CountLines(std::string const & text)
 {
@@ -41,13 +45,13 @@ template <typename Collection> Collection SplitByMemchr(std::string_view text)
     return lines;
 }
 
-std::string JoinBySizes(Texts const & lines, char separator)
+template <typename Lines> std::string JoinBySizes(Lines const & lines, char separator)
 {
     std::size_t size = lines.size();
-    for (std::string const & line : lines) size += line.size();
+    for (auto const & line : lines) size += bench::TextOf(line).size();
     std::string text;
     text.reserve(size);
-    for (std::string const & line : lines) (text += line) += separator;
+    for (auto const & line : lines) (text += bench::TextOf(line)) += separator;
     text.pop_back();
     return text;
 }
@@ -65,7 +69,7 @@ template <typename Collection> Collection LoadMapped(char const * name)
     return lines;
 }
 
-void SaveBuffered(Texts const & lines, char const * name)
+template <typename Lines> void SaveBuffered(Lines const & lines, char const * name)
 {
     constexpr std::size_t block = 256 * 1024;
     int const file = ::open(name, O_WRONLY | O_CREAT | O_TRUNC, 0666);
@@ -76,8 +80,8 @@ void SaveBuffered(Texts const & lines, char const * name)
                        "write");
         buffer.clear();
     };
-    for (std::string const & line : lines) {
-        (buffer += line) += '\n';
+    for (auto const & line : lines) {
+        (buffer += bench::TextOf(line)) += '\n';
         if (buffer.size() >= block) flush();
     }
     flush();
@@ -126,6 +130,15 @@ void SplitAndJoin()
                     [] { benchmark::DoNotOptimize(vector.Str('\n').c_str()); });
     bench::Register("W07.join-10MB", "sizes-first", count,
                     [] { benchmark::DoNotOptimize(JoinBySizes(lines, '\n').data()); });
+
+    static auto const wides = SplitByMemchr<WideTexts>(text);
+    bench::RegisterBound("W07.split-10MB-vector", wide, count,
+                         [] { benchmark::DoNotOptimize(SplitByMemchr<WideTexts>(text).data()); });
+    bench::RegisterBound("W07.split-10MB-list", wide, count, [] {
+        benchmark::DoNotOptimize(SplitByMemchr<std::list<bench::WideText>>(text).front());
+    });
+    bench::RegisterBound("W07.join-10MB", wide, count,
+                         [] { benchmark::DoNotOptimize(JoinBySizes(wides, '\n').data()); });
 }
 
 void LineFiles()
@@ -156,6 +169,14 @@ void LineFiles()
                     [] { benchmark::DoNotOptimize(LoadMapped<std::list<std::string>>(name).front()); });
     bench::Register("W08.save-100MB-vector", "ours", count, [] { vector.SaveToFile(name); });
     bench::Register("W08.save-100MB-vector", "buffer+write", count, [] { SaveBuffered(lines, name); });
+
+    static auto const wides = LoadMapped<WideTexts>(name);
+    bench::RegisterBound("W08.load-100MB-vector", wide, count,
+                         [] { benchmark::DoNotOptimize(LoadMapped<WideTexts>(name).data()); });
+    bench::RegisterBound("W08.load-100MB-list", wide, count, [] {
+        benchmark::DoNotOptimize(LoadMapped<std::list<bench::WideText>>(name).front());
+    });
+    bench::RegisterBound("W08.save-100MB-vector", wide, count, [] { SaveBuffered(wides, name); });
 }
 
 /// Sorts a fresh copy of the names, which is made and released outside the time.
@@ -220,13 +241,22 @@ void LookUp()
     for (std::string const & entry : names) keys.emplace_back(LCString(entry), 1, 2);
     for (std::string const & entry : names) list.push_back(entry);
     for (std::string const & entry : names) set.insert(entry);
+    struct KeyText : bench::WideText {
+        using WideText::WideText;
+        std::int64_t revisions[2] = {1, 2};
+    };
+    static_assert(sizeof(KeyText) == sizeof(LCKeyIDRev));
+    static WideTexts const wides(names.begin(), names.end());
+    static std::list<KeyText> const wideKeys(names.begin(), names.end());
+    static std::set<bench::WideText> const wideSet(names.begin(), names.end());
     static Texts sought;
     for (std::size_t i = 0; i < look; ++i) sought.push_back(Upper(names[(2 * i + 1) * count / (2 * look)]));
     static std::vector<LCString> const ours(sought.begin(), sought.end());
 
     static auto const scan = [](auto const & texts) {
         for (std::string const & text : sought) {
-            benchmark::DoNotOptimize(std::ranges::find_if(texts, [&](std::string const & other) {
+            benchmark::DoNotOptimize(std::ranges::find_if(texts, [&](auto const & entry) {
+                std::string const & other = bench::TextOf(entry);
                 return other.size() == text.size() &&
                        ::strncasecmp(other.data(), text.data(), text.size()) == 0;
             }));
@@ -244,6 +274,12 @@ void LookUp()
         for (LCString const & text : ours) benchmark::DoNotOptimize(set.FindCI(text));
     });
     bench::Register("W20.lookup-ci-1e5-set-scan", "strncasecmp", look, [] { scan(plain); });
+
+    bench::RegisterBound("W20.lookup-ci-1e5-vector-scan", wide, look, [] { scan(wides); });
+    bench::RegisterBound("W20.lookup-ci-1e5-key-list-scan", "the peer over nodes as large", look,
+                         [] { scan(wideKeys); });
+    bench::RegisterBound("W20.lookup-ci-1e5-set-scan", "the peer over nodes as large", look,
+                         [] { scan(wideSet); });
 }
 
 void Growth()

@@ -236,6 +236,11 @@ int main(int argc, char * arguments[])
     Comparing();
     Printing("W11.date-format", "ours", ForEach(ours), [](LCDateTime const & date) { return date.Str(); });
     Printing("W11.date-format");
+    for (char const * const workload : {"W11.date-format", "W11.date-format-string"})
+        bench::RegisterBound(workload, "the block of its 19 bytes", count, [] {
+            for (std::size_t i = 0; i < count; ++i)
+                benchmark::DoNotOptimize(std::string("23/11/2026 12:34:56"));
+        });
     static LCString const format = "DD/MM/YYYY HH:mm:SS";
     Printing("W11.date-format-string", "ours", ForEach(ours),
              [](LCDateTime const & date) { return date.StrFormat(format); });

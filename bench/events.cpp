@@ -44,6 +44,17 @@ Handlers & HandlersOf(Receivers & receivers)
     return handlers;
 }
 
+/// A receiver behind a virtual call, and nothing else of an event.
+struct Slot {
+    virtual ~Slot() = default;
+    virtual void Call(int & value) = 0;
+};
+struct ReceiverSlot : Slot {
+    explicit ReceiverSlot(Receiver & of) : receiver(&of) {}
+    void Call(int & value) override { receiver->OnValue(value); }
+    Receiver * receiver;
+};
+
 /// Fires once, where each receiver must be called once, and registers the firing.
 void RegisterFiring(std::string const & workload, std::string const & implementation, Receivers & receivers,
                     auto fire)
@@ -61,6 +72,14 @@ void Firing(std::size_t count)
         Event & event = Kept<Event>();
         for (auto & handler : HandlersOf(receivers)) event << *handler;
         RegisterFiring(workload, "ours", receivers, [&event](int value) { event(value); });
+    }
+    {
+        Receivers & receivers = Kept<Receivers>(count);
+        auto & slots = Kept<std::list<std::unique_ptr<Slot>>>();
+        for (Receiver & receiver : receivers) slots.push_back(std::make_unique<ReceiverSlot>(receiver));
+        RegisterFiring("bound." + workload, "a list of virtual calls", receivers, [&slots](int value) {
+            for (auto const & slot : slots) slot->Call(value);
+        });
     }
 #ifdef PEER_SIGC
     {

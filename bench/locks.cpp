@@ -1,5 +1,6 @@
 // The reader-writer lock without contention, and between two threads that mostly read.
 
+#include <atomic>
 #include <mutex>
 #include <shared_mutex>
 #include <thread>
@@ -84,6 +85,25 @@ template <typename Lock> void RegisterAll(std::string const & implementation)
 int main(int count, char * arguments[])
 {
     RegisterAll<Ours>("ours");
+    bench::RegisterBound("W13.two-threads-95-percent-reads", "two atomic exchanges", 2 * operations, [] {
+        std::atomic<unsigned> word{0};
+        auto const work = [&] {
+            for (unsigned i = 0; i < operations; ++i) {
+                benchmark::DoNotOptimize(word.exchange(i, std::memory_order_acquire));
+                benchmark::DoNotOptimize(word.exchange(0, std::memory_order_release));
+            }
+        };
+        std::jthread const other(work);
+        work();
+    })->UseRealTime();
+    for (char const * const workload : {"W13.read-uncontended", "W13.write-uncontended"})
+        bench::RegisterBound(workload, "two atomic exchanges", operations, [] {
+            std::atomic<unsigned> word{0};
+            for (unsigned i = 0; i < operations; ++i) {
+                benchmark::DoNotOptimize(word.exchange(i, std::memory_order_acquire));
+                benchmark::DoNotOptimize(word.exchange(0, std::memory_order_release));
+            }
+        });
     RegisterAll<std::shared_timed_mutex>("std");
 #ifdef PEER_POCO
     RegisterAll<Poco_>("poco");

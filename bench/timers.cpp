@@ -4,6 +4,8 @@
 #include <chrono>
 #include <functional>
 #include <list>
+#include <sys/timerfd.h>
+#include <unistd.h>
 
 #include "Bench.h"
 #include "concurrency/LCTimer.h"
@@ -51,10 +53,9 @@ private:
 };
 
 /// `run` lets a timer tick until `Lateness::Tick` gives false.
-void RegisterLateness(std::string const & implementation, void (*run)(Lateness &))
+void RegisterLateness(char const * name, void (*run)(Lateness &))
 {
-    std::string const name = "W14.lateness-10ms/" + implementation;
-    benchmark::RegisterBenchmark(name.c_str(), [run](benchmark::State & state) {
+    benchmark::RegisterBenchmark(name, [run](benchmark::State & state) {
         double sum = 0;
         for (auto _ : state) {
             Lateness lateness;
@@ -131,6 +132,19 @@ void RunOurs(Lateness & lateness)
     LHCMessageLoop::Run();
 }
 
+void RunBare(Lateness & lateness)
+{
+    int const timer = ::timerfd_create(CLOCK_MONOTONIC, 0);
+    lateness = Lateness();
+    struct itimerspec const setting{{0, period * 1'000'000}, {0, period * 1'000'000}};
+    ::timerfd_settime(timer, 0, &setting, nullptr);
+    do {
+        std::uint64_t ticks = 0;
+        bench::Require(::read(timer, &ticks, sizeof ticks) == sizeof ticks, "reading a timer");
+    } while (lateness.Tick());
+    ::close(timer);
+}
+
 #ifdef PEER_LIBUV
 void RunLibuv(Lateness & lateness)
 {
@@ -172,12 +186,13 @@ void RunAsio(Lateness & lateness)
 int main(int count, char * arguments[])
 {
     for (std::size_t const timers : {1000, 10'000, 100'000}) StartStop(timers);
-    RegisterLateness("ours", RunOurs);
+    RegisterLateness("W14.lateness-10ms/ours", RunOurs);
+    RegisterLateness("bound.W14.lateness-10ms/a timer of the kernel, read", RunBare);
 #ifdef PEER_LIBUV
-    RegisterLateness("libuv", RunLibuv);
+    RegisterLateness("W14.lateness-10ms/libuv", RunLibuv);
 #endif
 #ifdef PEER_ASIO
-    RegisterLateness("asio", RunAsio);
+    RegisterLateness("W14.lateness-10ms/asio", RunAsio);
 #endif
     benchmark::Initialize(&count, arguments);
     benchmark::RunSpecifiedBenchmarks();

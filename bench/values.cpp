@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -80,9 +81,21 @@ std::vector<std::pair<std::string, std::string>> Codes()
     return codes;
 }
 
-template <typename Code> void SortCodes(std::string const & implementation)
+/// As large as ours, which point to their class, as do their two texts.
+struct WideCode {
+    WideCode(std::string const & ofType, std::string const & ofData) : type(ofType), data(ofData) {}
+    friend bool operator<(WideCode const & a, WideCode const & b)
+    {
+        return std::tie(a.type.text, a.data.text) < std::tie(b.type.text, b.data.text);
+    }
+    void const * kind = nullptr;
+    bench::WideText type, data;
+};
+static_assert(sizeof(WideCode) == sizeof(LCBarCode));
+
+template <typename Code> void SortCodes(std::string const & workload, std::string const & implementation)
 {
-    bench::RegisterPrepared("W21.bar-code-sort-1e4", implementation, count, [] {
+    bench::RegisterPrepared(workload, implementation, count, [] {
         std::vector<Code> codes;
         for (auto const & [type, data] : Codes()) codes.emplace_back(type, data);
         return [codes = std::move(codes)] {
@@ -98,8 +111,10 @@ template <typename Code> void SortCodes(std::string const & implementation)
 int main(int argc, char * arguments[])
 {
     ColourIndex();
-    SortCodes<LCBarCode>("ours");
-    SortCodes<std::pair<std::string, std::string>>("std::pair");
+    std::string const sorting = "W21.bar-code-sort-1e4";
+    SortCodes<LCBarCode>(sorting, "ours");
+    SortCodes<std::pair<std::string, std::string>>(sorting, "std::pair");
+    SortCodes<WideCode>("bound." + sorting, "the peer over codes of 88 bytes");
     benchmark::Initialize(&argc, arguments);
     benchmark::RunSpecifiedBenchmarks();
 }
