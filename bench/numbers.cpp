@@ -35,7 +35,7 @@ std::vector<double> MachineNumbers()
     auto random = bench::Random();
     std::vector<double> values(count);
     for (std::size_t i = 0; i < count; ++i) {
-        double const millimetres = static_cast<double>(random() % 6000000) / 1000.0 - 3000.0;
+        double const millimetres = (static_cast<double>(random() % 6000000) - 3000000.0) / 1000.0;
         values[i] = i % 5 != 0 ? millimetres : millimetres / 7.0;
     }
     return values;

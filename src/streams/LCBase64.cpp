@@ -6,7 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "platform/Memory.h"
 #include "streams/detail/Base64Codec.h"
 
 namespace base64 = qrtcl::base64;
@@ -97,7 +96,6 @@ char * LCBase64::Encode(unsigned char const * data, LCUInt64 count, LCUInt64 & l
     if (count > maxEncodable) return nullptr;
     char * const block = static_cast<char *>(std::malloc(groupChars * count + 1));
     if (block == nullptr) return nullptr;
-    qrtcl::platform::PreferLargePages(block, groupChars * count + 1);
     EncodeTo(data, count, block);
     block[length] = '\0';
     return block;

@@ -2,33 +2,10 @@
 
 #include <sstream>
 
-#include "platform/Memory.h"
 #include "streams/detail/StandardStream.h"
 
-namespace {
-
-/// The heap's memory, large blocks in large pages: what fills them for the first time takes a third.
-template <typename T> struct LargePages : std::allocator<T> {
-    template <typename Other> struct rebind {
-        using other = LargePages<Other>;
-    };
-    LargePages() = default;
-    template <typename Other> LargePages(LargePages<Other> const &) noexcept {}
-
-    T * allocate(std::size_t count)
-    {
-        T * const block = std::allocator<T>::allocate(count);
-        qrtcl::platform::PreferLargePages(block, count * sizeof(T));
-        return block;
-    }
-};
-
-using StringStream = std::basic_stringstream<char, std::char_traits<char>, LargePages<char>>;
-
-}  // namespace
-
 LHCMemoryStream::LHCMemoryStream()
-    : mopContent(std::make_unique<StringStream>(std::ios::in | std::ios::out | std::ios::binary))
+    : mopContent(std::make_unique<std::stringstream>(std::ios::in | std::ios::out | std::ios::binary))
 {}
 
 LHCMemoryStream::~LHCMemoryStream() = default;

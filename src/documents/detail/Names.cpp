@@ -29,17 +29,19 @@ std::uint64_t Load(char const * bytes, std::size_t count)
 /// a == b without a call: names are short.
 bool IsEqual(std::string_view a, std::string_view b)
 {
-    std::size_t left = a.size();
-    if (left != b.size()) return false;
-    char const * x = a.data();
-    char const * y = b.data();
-    for (; left >= 8; x += 8, y += 8, left -= 8) {
-        if (Load(x, 8) != Load(y, 8)) return false;
+    std::size_t const size = a.size();
+    if (size != b.size()) return false;
+    char const * const x = a.data();
+    char const * const y = b.data();
+    auto const same = [&](std::size_t at, std::size_t count) {
+        return Load(x + at, count) == Load(y + at, count);
+    };
+    if (size < 4) return (size == 0 || x[0] == y[0]) && (size < 2 || same(size - 2, 2));
+    if (size < 8) return same(0, 4) && same(size - 4, 4);
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+        if (!same(at, 8)) return false;
     }
-    for (; left != 0; ++x, ++y, --left) {
-        if (*x != *y) return false;
-    }
-    return true;
+    return same(size - 8, 8);
 }
 
 }  // namespace
@@ -53,13 +55,16 @@ Names::Names(Store & owner)
 
 std::uint64_t Names::Hash(std::string_view text) const noexcept
 {
-    char const * at = text.data();
-    std::size_t left = text.size();
-    std::uint64_t hash = mivSeed ^ Mix(left);
-    for (; left >= 8; at += 8, left -= 8) hash = Mix(hash ^ Load(at, 8));
-    if (left >= 4) return Mix(hash ^ Load(at, 4) ^ Load(at + left - 4, 4) << 32);
-    for (; left != 0; ++at, --left) hash = hash << 8 ^ static_cast<unsigned char>(*at);
-    return Mix(hash);
+    char const * const at = text.data();
+    std::size_t const size = text.size();
+    std::uint64_t hash = mivSeed + size;
+    if (size < 4) {
+        for (char const c : text) hash = hash << 8 ^ static_cast<unsigned char>(c);
+        return Mix(hash);
+    }
+    if (size < 8) return Mix(hash ^ (Load(at, 4) | Load(at + size - 4, 4) << 32));
+    for (std::size_t word = 0; word + 8 < size; word += 8) hash = Mix(hash ^ Load(at + word, 8));
+    return Mix(hash ^ Load(at + size - 8, 8));
 }
 
 Name * Names::Find(std::string_view text, std::uint64_t hash) const noexcept

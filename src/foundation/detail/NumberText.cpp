@@ -402,6 +402,48 @@ bool ReadPlain(std::string_view text, std::int64_t & out)
     return true;
 }
 
+// Still plainer, and read from where it is: a short text whose bytes are in the string object, of which words
+// can be read behind the sign and behind the point. The zero byte ends the digits.
+
+/// The same for up to 6 digits, the point and up to 7 digits.
+bool ReadPlain(std::string const & text, double & out)
+{
+    if (text::OffsetInside(text) == std::string::npos) return false;
+    bool const negative = text[0] == '-';
+    char const * at = text.data() + static_cast<int>(negative);
+    std::uint64_t word = Load<std::uint64_t>(at);
+    int const whole = CountDigits(word);
+    if (whole == 0 || whole > 6) return false;
+    std::uint64_t mantissa = EvaluateDigits(word, whole);
+    int places = 0;
+    at += whole;
+    if (*at == '.') {
+        ++at;
+        word = Load<std::uint64_t>(at);
+        places = CountDigits(word);
+        if (places == 8) return false;
+        mantissa = mantissa * powersOfTen[static_cast<unsigned>(places)] + EvaluateDigits(word, places);
+        at += places;
+    }
+    if (text::ToLower(*at) == 'e') return false;
+    double const value = static_cast<double>(static_cast<std::int64_t>(mantissa));
+    out = WithSign(value / exactPowers[static_cast<unsigned>(places)], negative);
+    return true;
+}
+
+/// The same for whole numbers of up to 7 digits.
+bool ReadPlain(std::string const & text, std::int32_t & out)
+{
+    if (text::OffsetInside(text) == std::string::npos) return false;
+    bool const negative = text[0] == '-';
+    std::uint64_t const word = Load<std::uint64_t>(text.data() + static_cast<int>(negative));
+    int const count = CountDigits(word);
+    if (count == 0 || count == 8) return false;
+    std::int32_t const number = static_cast<std::int32_t>(EvaluateDigits(word, count));
+    out = negative ? -number : number;
+    return true;
+}
+
 /// Gives the nearest number of 32 bits; false if that is another one.
 bool Narrow(std::int64_t value, std::int32_t & out)
 {
@@ -568,7 +610,7 @@ bool ReadDouble(std::string_view text, double & out) noexcept
 }
 bool ReadDouble(std::string const & text, double & out) noexcept
 {
-    return ReadRoomy(RoomyText(text).View(), out);
+    return ReadPlain(text, out) || ReadRoomy(RoomyText(text).View(), out);
 }
 bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
 {
@@ -576,7 +618,7 @@ bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
 }
 bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept
 {
-    return ReadRoomy(RoomyText(text).View(), hex, out);
+    return (!hex && ReadPlain(text, out)) || ReadRoomy(RoomyText(text).View(), hex, out);
 }
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
 {
