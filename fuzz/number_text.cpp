@@ -18,8 +18,10 @@ void Fuzz(Input input)
     int const i = input.Take<int>(), precision = input.Take<signed char>() % 60, width = input.Take<signed char>();
     char const fill = input.Take<char>();
     bool const hex = input.Take<char>() % 2 != 0;
+    long long const n = input.Take<long long>() >> input.Take<unsigned char>() % 64;
 
     RequireEqual("integer", LCString(i, width, fill, hex).str(), Stream(i, 0, width, fill, hex));
+    RequireEqual("long integer", LCString(n).str(), std::to_string(n));
     RequireEqual("double", LCString(v, precision, width, fill).str(), Stream(v, precision, width, fill, false));
     for (bool const trim : {false, true}) {
         int const digits = precision < 0 ? 12 : precision;
