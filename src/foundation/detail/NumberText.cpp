@@ -389,19 +389,6 @@ bool ReadPlain(std::string_view text, double & out)
     return true;
 }
 
-/// The same for whole numbers of up to 15 digits.
-bool ReadPlain(std::string_view text, std::int64_t & out)
-{
-    Walk walk(text);
-    bool const negative = walk.TakeSign();
-    std::uint64_t number = 0;
-    int const count = walk.TakeDigits(number);
-    if (count == 0 || (count == 8 && walk.TakeDigits(number) == 8)) return false;
-    std::uint64_t const flip = 0 - std::uint64_t{negative};
-    out = static_cast<std::int64_t>((number ^ flip) - flip);
-    return true;
-}
-
 // Still plainer, and read from where it is: a short text whose bytes are in the string object, of which words
 // can be read behind the sign and behind the point. The zero byte ends the digits.
 
@@ -431,16 +418,22 @@ bool ReadPlain(std::string const & text, double & out)
     return true;
 }
 
-/// The same for whole numbers of up to 7 digits.
-bool ReadPlain(std::string const & text, std::int32_t & out)
+/// The same for whole numbers.
+bool ReadPlain(std::string const & text, std::int64_t & out)
 {
     if (text::OffsetInside(text) == std::string::npos) return false;
     bool const negative = text[0] == '-';
-    std::uint64_t const word = Load<std::uint64_t>(text.data() + static_cast<int>(negative));
-    int const count = CountDigits(word);
-    if (count == 0 || count == 8) return false;
-    std::int32_t const number = static_cast<std::int32_t>(EvaluateDigits(word, count));
-    out = negative ? -number : number;
+    std::uint64_t word = Load<std::uint64_t>(text.data() + static_cast<int>(negative));
+    int count = CountDigits(word);
+    if (count == 0) return false;
+    std::uint64_t number = EvaluateDigits(word, count);
+    if (count == 8) {
+        word = Load<std::uint64_t>(text.data() + 8) >> 8 * static_cast<unsigned>(negative);
+        count = CountDigits(word);
+        number = number * powersOfTen[static_cast<unsigned>(count)] + EvaluateDigits(word, count);
+    }
+    std::int64_t const magnitude = static_cast<std::int64_t>(number);
+    out = negative ? -magnitude : magnitude;
     return true;
 }
 
@@ -548,7 +541,7 @@ Magnitude ReadMagnitude(std::string_view text, bool hex)
     return fits;
 }
 
-[[gnu::noinline]] bool ReadAny(std::string_view text, bool hex, std::int32_t & out) noexcept
+[[gnu::noinline]] bool ReadRoomy(std::string_view text, bool hex, std::int32_t & out) noexcept
 {
     text = SkipSpace(text);
     if (text.empty()) return false;
@@ -561,12 +554,6 @@ Magnitude ReadMagnitude(std::string_view text, bool hex)
 bool ReadRoomy(std::string_view text, double & out) noexcept
 {
     return ReadPlain(text, out) || ReadAny(text, out);
-}
-
-bool ReadRoomy(std::string_view text, bool hex, std::int32_t & out) noexcept
-{
-    std::int64_t read = 0;
-    return !hex && ReadPlain(text, read) ? Narrow(read, out) : ReadAny(text, hex, out);
 }
 
 bool ReadRoomy(std::string_view text, bool hex, std::uint32_t & out) noexcept
@@ -618,7 +605,9 @@ bool ReadInt(std::string_view text, bool hex, std::int32_t & out) noexcept
 }
 bool ReadInt(std::string const & text, bool hex, std::int32_t & out) noexcept
 {
-    return (!hex && ReadPlain(text, out)) || ReadRoomy(RoomyText(text).View(), hex, out);
+    std::int64_t read = 0;
+    if (!hex && ReadPlain(text, read)) return Narrow(read, out);
+    return ReadRoomy(RoomyText(text).View(), hex, out);
 }
 bool ReadUInt(std::string_view text, bool hex, std::uint32_t & out) noexcept
 {
