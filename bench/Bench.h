@@ -82,13 +82,16 @@ benchmark::internal::Benchmark * Register(std::string const & workload, std::str
     return RegisterPrepared(workload, implementation, items, [pass] { return pass; });
 }
 
+/// The name under which a bound of the workload is registered.
+inline std::string Bound(std::string const & workload) { return "bound." + workload; }
+
 /// Registers what a workload contains whatever its code, to be seen beside it: nothing to compare results
 /// with.
 template <typename Pass>
 benchmark::internal::Benchmark * RegisterBound(std::string const & workload, std::string const & what,
                                                std::size_t items, Pass pass)
 {
-    return Register("bound." + workload, what, items, pass);
+    return Register(Bound(workload), what, items, pass);
 }
 
 /// A text in 40 bytes, as ours, which point to their class: what of a row is the size of its texts.

@@ -222,7 +222,7 @@ void MemoryToFile()
         };
     });
     auto const bytes = [] { return std::make_shared<std::string const>(pieces * megabyte, 'x'); };
-    bench::RegisterPrepared("bound." + workload, "write(2) of a copy", 1, [bytes] {
+    bench::RegisterPrepared(bench::Bound(workload), "write(2) of a copy", 1, [bytes] {
         return [all = bytes()] {
             std::string const block(*all);
             int const to = ::open(file.Name(), O_WRONLY | O_CREAT | O_TRUNC, 0666);

@@ -77,7 +77,7 @@ void Firing(std::size_t count)
         Receivers & receivers = Kept<Receivers>(count);
         auto & slots = Kept<std::list<std::unique_ptr<Slot>>>();
         for (Receiver & receiver : receivers) slots.push_back(std::make_unique<ReceiverSlot>(receiver));
-        RegisterFiring("bound." + workload, "a list of virtual calls", receivers, [&slots](int value) {
+        RegisterFiring(bench::Bound(workload), "a list of virtual calls", receivers, [&slots](int value) {
             for (auto const & slot : slots) slot->Call(value);
         });
     }

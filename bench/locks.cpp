@@ -80,30 +80,34 @@ template <typename Lock> void RegisterAll(std::string const & implementation)
     })->UseRealTime();
 }
 
+/// What no lock does without: a word is exchanged when it is taken and when it is left.
+void RegisterExchanges()
+{
+    static constexpr auto exchange = [](std::atomic<unsigned> & word) {
+        for (unsigned i = 0; i < operations; ++i) {
+            benchmark::DoNotOptimize(word.exchange(i, std::memory_order_acquire));
+            benchmark::DoNotOptimize(word.exchange(0, std::memory_order_release));
+        }
+    };
+    std::string const what = "two atomic exchanges";
+    for (char const * const workload : {"W13.read-uncontended", "W13.write-uncontended"})
+        bench::RegisterBound(workload, what, operations, [] {
+            std::atomic<unsigned> word{0};
+            exchange(word);
+        });
+    bench::RegisterBound("W13.two-threads-95-percent-reads", what, 2 * operations, [] {
+        std::atomic<unsigned> word{0};
+        std::jthread const other([&] { exchange(word); });
+        exchange(word);
+    })->UseRealTime();
+}
+
 }  // namespace
 
 int main(int count, char * arguments[])
 {
     RegisterAll<Ours>("ours");
-    bench::RegisterBound("W13.two-threads-95-percent-reads", "two atomic exchanges", 2 * operations, [] {
-        std::atomic<unsigned> word{0};
-        auto const work = [&] {
-            for (unsigned i = 0; i < operations; ++i) {
-                benchmark::DoNotOptimize(word.exchange(i, std::memory_order_acquire));
-                benchmark::DoNotOptimize(word.exchange(0, std::memory_order_release));
-            }
-        };
-        std::jthread const other(work);
-        work();
-    })->UseRealTime();
-    for (char const * const workload : {"W13.read-uncontended", "W13.write-uncontended"})
-        bench::RegisterBound(workload, "two atomic exchanges", operations, [] {
-            std::atomic<unsigned> word{0};
-            for (unsigned i = 0; i < operations; ++i) {
-                benchmark::DoNotOptimize(word.exchange(i, std::memory_order_acquire));
-                benchmark::DoNotOptimize(word.exchange(0, std::memory_order_release));
-            }
-        });
+    RegisterExchanges();
     RegisterAll<std::shared_timed_mutex>("std");
 #ifdef PEER_POCO
     RegisterAll<Poco_>("poco");

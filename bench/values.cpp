@@ -114,7 +114,7 @@ int main(int argc, char * arguments[])
     std::string const sorting = "W21.bar-code-sort-1e4";
     SortCodes<LCBarCode>(sorting, "ours");
     SortCodes<std::pair<std::string, std::string>>(sorting, "std::pair");
-    SortCodes<WideCode>("bound." + sorting, "the peer over codes of 88 bytes");
+    SortCodes<WideCode>(bench::Bound(sorting), "the peer over codes of 88 bytes");
     benchmark::Initialize(&argc, arguments);
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -31,8 +31,10 @@ void Fuzz(Input input)
 
     LCUInt64 bad = 0;
     RequireEqual("strict reads what was written", LCBase64::DecodeStrict(text, own, bad) && own == bytes, true);
+    length = 99;
     unsigned char * const lenient = LCBase64::Decode(bytes, length);
     RequireEqual("whole groups", lenient != nullptr, any.size() % 4 == 0);
+    RequireEqual("length left", lenient != nullptr || length == 99, true);
     RequireEqual("lenient", lenient != nullptr ? Taken(lenient, length) : "", LCBase64::Decode(bytes).str());
 
     own = bytes;

@@ -83,8 +83,8 @@ void LHCThreadState::Execute(void * argument)
 {
     auto & self = *static_cast<LHCThreadState *>(argument);
     (*self.mopEvent)(*self.mopThread);
-    // The thread sanitizer takes a lock around the flags: who is stopped inside would hold up all that ask.
-    Uninterrupted const uninterrupted;
+    // Stopped behind the store, it would sleep for ever: nobody resumes a thread that is not running.
+    FinishUninterrupted();
     // The owner may delete the state from here on.
     self.mivFlags.store(terminated, std::memory_order_release);
 }

@@ -23,6 +23,9 @@ struct Protection {
 /// Has the calling thread do what was put off.
 void CatchUp() noexcept;
 
+/// From here on the calling thread is not stopped or ended from outside any more: it comes to its end first.
+void FinishUninterrupted() noexcept;
+
 /// While one lives, the calling thread is neither stopped nor ended from outside: it is put off. For short
 /// sections without receivers that would leave something half done, such as those under a lock of the
 /// library.

@@ -442,6 +442,11 @@ TEST(DocumentFile, LongOperationsTellHowFarTheyAreAndCanBeCancelled)
         EXPECT_TRUE(!run() && document.GetErrorText().Contains("cancelled") && told.back() == "hidden") << what;
         EXPECT_TRUE(FilesIn(folder).size() == 1 && document.GetRootParagraph().GetParagraph("p") != nullptr) << what;
     }
+    Observer brief;
+    document.SetProgress(&brief, &brief);
+    EXPECT_TRUE(document.LoadFromText("<short/>") && brief.movTold.empty());
+    brief.mivLeft = 1;
+    EXPECT_TRUE(!document.LoadFromText("<short/>") && brief.movTold.empty());  // at the first question
 }
 
 // The parser's own memory: from the first element on, the block of a number is refused.

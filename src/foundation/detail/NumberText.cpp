@@ -76,7 +76,7 @@ std::uint64_t SplitDigits(std::uint64_t v)
     return tens | (pairs - tens * 10) << 8;
 }
 
-constexpr std::uint64_t eightDigits = 100000000;
+constexpr std::uint64_t tenTo8 = powersOfTen[8];
 
 void WriteDigits(char * at, std::uint64_t digits)
 {
@@ -100,16 +100,16 @@ char * WriteWhole(char * at, std::uint64_t v, bool negative)
 {
     *at = '-';
     at += static_cast<int>(negative);
-    if (v < eightDigits) return WriteUpToEight(at, v);
-    at = WriteUpToEight(at, v / eightDigits);
-    WriteDigits(at, SplitDigits(v % eightDigits));
+    if (v < tenTo8) return WriteUpToEight(at, v);
+    at = WriteUpToEight(at, v / tenTo8);
+    WriteDigits(at, SplitDigits(v % tenTo8));
     return at + 8;
 }
 
 /// Without places there is no point either.
 char * EndBehind(char * point, int places) { return places > 0 ? point + 1 + places : point; }
 
-/// A text of at most 15 bytes, which `write` writes where it stays, in full length, and gives the end of.
+/// A text that is written where it stays: `write` gets room for 15 bytes and gives the end of the text.
 template <typename Write> std::string ShortText(Write write)
 {
     std::string text(15, '\0');
@@ -146,10 +146,9 @@ std::string FixedExact(double v, int precision, bool trim)
 
     bool const negative = std::signbit(v);
     fraction *= powersOfTen[static_cast<unsigned>(maxFixedDigits - precision)];
-    std::uint64_t const high = SplitDigits(fraction / eightDigits);
+    std::uint64_t const high = SplitDigits(fraction / tenTo8);
     int const significant = 8 - std::countl_zero(high) / 8;
-    constexpr std::uint64_t fiveDigits = 100000;
-    if (fraction % eightDigits == 0 && whole < fiveDigits && (trim || precision <= 8)) {
+    if (fraction % tenTo8 == 0 && whole < powersOfTen[5] && (trim || precision <= 8)) {
         return ShortText([&](char * at) {
             char * const point = WriteWhole(at, whole, negative);
             *point = '.';
@@ -161,7 +160,7 @@ std::string FixedExact(double v, int precision, bool trim)
     char * const point = WriteWhole(buffer, whole, negative);
     *point = '.';
     WriteDigits(point + 1, high);
-    std::uint64_t const low = SplitDigits(fraction % eightDigits);
+    std::uint64_t const low = SplitDigits(fraction % tenTo8);
     WriteDigits(point + 9, low);
     int const places = low != 0 ? 16 - std::countl_zero(low) / 8 : significant;
     return std::string(buffer, EndBehind(point, trim ? places : precision));
@@ -327,9 +326,10 @@ consteval std::array<Divisor, maxExactDigits + 1> Divisors()
 }
 constexpr auto divisors = Divisors();
 
-/// mantissa / 10^digits, correctly rounded: a quotient of at least 61 bits, with the rest kept in its last
-/// bit, loses nothing that the rounding to 53 bits asks for. The division of 128 bits by a known divisor is
-/// that of Moeller and Granlund, "Improved division by invariant integers" (2011).
+/// mantissa / 10^digits, correctly rounded: a quotient of 62 or 63 bits, with the rest kept in its last bit,
+/// loses nothing that the rounding to 53 bits asks for. The division of 128 bits by a known divisor is that
+/// of Moeller and Granlund, "Improved division by invariant integers" (2011). The numerator is below a
+/// quarter of what 128 bits hold, so the second of their two corrections is never needed.
 double Quotient(std::uint64_t mantissa, int digits)
 {
     Divisor const & divisor = divisors[static_cast<unsigned>(digits)];
@@ -344,11 +344,7 @@ double Quotient(std::uint64_t mantissa, int digits)
     std::uint64_t const over = 0 - std::uint64_t{rest > static_cast<std::uint64_t>(estimate)};
     quotient += over;
     rest += over & divisor.value;
-    if (rest >= divisor.value) {
-        ++quotient;
-        rest -= divisor.value;
-    }
-    int const power = divisor.shift - up - 62;  // between -125 and 1: always a normal number
+    int const power = divisor.shift - up - 62;  // between -121 and 1: always a normal number
     double const scale = std::bit_cast<double>(static_cast<std::uint64_t>(1023 + power) << 52);
     quotient |= std::uint64_t{rest != 0};
     return static_cast<double>(static_cast<std::int64_t>(quotient)) * scale;
@@ -389,10 +385,10 @@ bool ReadPlain(std::string_view text, double & out)
     return true;
 }
 
-// Still plainer, and read from where it is: a short text whose bytes are in the string object, of which words
-// can be read behind the sign and behind the point. The zero byte ends the digits.
+// Still plainer: a short text is read from the string object, where the zero byte ends the digits.
 
-/// The same for up to 6 digits, the point and up to 7 digits.
+/// The same for up to 6 digits, the point and up to 7 digits. Sign, digits and point are 8 bytes then, and
+/// the word behind them ends with the last byte of the object.
 bool ReadPlain(std::string const & text, double & out)
 {
     if (text::OffsetInside(text) == std::string::npos) return false;
@@ -582,8 +578,7 @@ std::string Fixed(double v, int precision, bool trim)
 
 std::string Decimal(std::uint64_t magnitude, bool negative)
 {
-    constexpr std::uint64_t fourteenDigits = 100000000000000;
-    if (magnitude < fourteenDigits)
+    if (magnitude < powersOfTen[14])
         return ShortText([&](char * at) { return WriteWhole(at, magnitude, negative); });
     char buffer[24] = {'-'};
     char * const first = buffer + static_cast<int>(negative);

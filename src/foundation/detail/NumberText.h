@@ -10,18 +10,6 @@
 // The two ways between numbers and text, in the classic locale and without streams.
 namespace qrtcl::number {
 
-consteval std::array<char, 200> DigitPairs()
-{
-    std::array<char, 200> pairs{};
-    for (unsigned i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}
-/// "00" to "99", one behind the other.
-inline constexpr std::array<char, 200> digitPairs = DigitPairs();
-
 /// The powers of ten that a double holds exactly.
 inline constexpr std::array<double, 23> exactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,

@@ -28,7 +28,8 @@ constexpr char ToUpper(char c) { return upperTable[static_cast<unsigned char>(c)
 constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 /// Short strings mostly keep their bytes in the string object: words of up to 16 bytes can be read there,
-/// whatever the length of the text. The offset of the text in the object, or npos if it is not there.
+/// whatever the length of the text; results must not depend on what stands behind it. The offset of the text
+/// in the object, or npos if it is not there.
 inline std::size_t OffsetInside(std::string const & text) noexcept
 {
     std::size_t const offset =

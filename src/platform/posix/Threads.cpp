@@ -415,6 +415,12 @@ void CatchUp() noexcept
     if (copCurrent != nullptr) ::pthread_kill(::pthread_self(), Signal());
 }
 
+void FinishUninterrupted() noexcept
+{
+    ++cotProtection.uninterrupted;
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
 void ReplaceThreadServices(ThreadServices const & services) noexcept
 {
     cpvStart = services.start != nullptr ? services.start : Start;

@@ -6,11 +6,21 @@
 #include <string>
 #include <string_view>
 
-#include "foundation/detail/NumberText.h"
-
 // How the texts of dates and spans are put together. What writes gets the place to write to and gives the
 // place behind; the callers have room for what they write, a field taking at most `longestField` bytes.
 namespace qrtcl::time {
+
+consteval std::array<char, 200> DigitPairs()
+{
+    std::array<char, 200> pairs{};
+    for (unsigned i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}
+/// "00" to "99", one behind the other.
+inline constexpr std::array<char, 200> digitPairs = DigitPairs();
 
 constexpr std::size_t longestField = 11;
 
@@ -29,7 +39,7 @@ char * PutAnyField(char * out, int value, int width) noexcept;
 inline char * PutField2(char * out, int value) noexcept
 {
     if (static_cast<unsigned int>(value) >= 100) return PutAnyField(out, value, 2);
-    std::memcpy(out, &number::digitPairs[2 * static_cast<unsigned int>(value)], 2);
+    std::memcpy(out, &digitPairs[2 * static_cast<unsigned int>(value)], 2);
     return out + 2;
 }
 
