@@ -8,9 +8,9 @@
 ///
 /// Every byte of names, values and attributes comes back as it was. A load or save that gives false leaves
 /// the document, or the file, as it was; none throws. Comments and processing instructions of a loaded file
-/// are dropped. A file with a document type, in another encoding than UTF-8, with more than 256 levels or
-/// with more than 10,000 attributes in one paragraph is refused, and so is saving such a tree; in memory it
-/// works.
+/// are dropped. A file with a document type, in another encoding than UTF-8, with more than 256 levels, with
+/// more than 10,000 attributes in one paragraph, or with more than 10,000,000 bytes in a name or
+/// 1,000,000,000 in an attribute is refused, and so is saving such a tree; in memory it works.
 ///
 /// The paragraphs are bound to the document's switch. One thread at a time uses a document and its
 /// paragraphs.

@@ -190,20 +190,23 @@ TEST(Document, TheRootStaysWhereItIs)
     EXPECT_TRUE(&document->GetRootParagraph() == &root && Text(root) == "Document");
 }
 
-TEST(Document, RefusesDepthAndAttributesBeyondTheLimits)
+TEST(Document, RefusesWhatIsBeyondTheLimits)
 {
-    LHCDocument deep, wide;
+    LHCDocument deep, wide, named;
+    named.GetRootParagraph().SetName(std::string(10'000'000, 'n'));
     LCParagraph * at = &deep.GetRootParagraph();
     for (int level = 2; level <= 256; ++level) at = at->CreateParagraph("level");
     for (int i = 0; i < 10000; ++i) wide.GetRootParagraph().SetAttributeAsInteger(LCString(i), i);
     wide.GetRootParagraph().SetValueAsString("", true);  // is in the file one more
-    EXPECT_TRUE(LHCDocument().LoadFromText(Saved(deep)) && LHCDocument().LoadFromText(Saved(wide)));
+    for (LHCDocument * const largest : {&deep, &wide, &named}) EXPECT_TRUE(LHCDocument().LoadFromText(Saved(*largest)));
+    named.GetRootParagraph().SetName(std::string(10'000'000, 'n') + "m");
     at->CreateParagraph("deep");
     wide.GetRootParagraph().SetAttributeAsString("one", "more");
     LCString xml = "kept";
-    EXPECT_FALSE(deep.SaveToText(xml) || wide.SaveToText(xml));
+    EXPECT_FALSE(deep.SaveToText(xml) || wide.SaveToText(xml) || named.SaveToText(xml));
     EXPECT_EQ(deep.GetErrorText() + "; " + wide.GetErrorText() + "; " + xml,
               "more than 256 levels at \"deep\"; more than 10000 attributes at \"Document\"; kept");
+    EXPECT_EQ(named.GetErrorText(), "more than 10000000 bytes in a name at \"" + std::string(100, 'n') + "\"");
 }
 
 // What is meant to keep a reader busy or to fill the memory takes no longer than its size.
@@ -229,10 +232,12 @@ TEST(Document, HostileInputIsDoneQuickly)
     }
     if (Rounds(1) == 1) return;
     LHCDocument document;
-    LCString const gigabyte("<a>" + std::string(1 << 30, 'x') + "</a>");
+    LCString gigabyte("<a>" + std::string(1 << 30, 'x') + "</a>");
     EXPECT_TRUE(document.LoadFromText(gigabyte)) << document.GetErrorText().str();
     EXPECT_EQ(document.GetRootParagraph().GetValueAsString("").size(), 1u << 30);
     EXPECT_FALSE(document.LoadFromText(LCString(gigabyte.str().substr(0, 1 << 30))));
+    document.GetRootParagraph().SetAttributeAsString("much", gigabyte);
+    EXPECT_FALSE(document.SaveToText(gigabyte));
 }
 
 constexpr std::errc end = std::errc::owner_dead;

@@ -12,6 +12,10 @@ namespace qrtcl::documents {
 /// stands in an attribute does not count.
 inline constexpr std::size_t maximumLevels = 256;
 inline constexpr std::size_t maximumAttributes = 10000;
+/// Nor is one with more bytes, as they stand in the file, in a name or in an attribute: libxml2 reads no
+/// more.
+inline constexpr std::size_t maximumNameBytes = 10'000'000;
+inline constexpr std::size_t maximumAttributeBytes = 1'000'000'000;
 
 /// The attribute that holds a value that can't be the text of its element.
 inline constexpr std::string_view valueAttribute = "_value";

@@ -48,8 +48,9 @@ private:
 
     [[noreturn]] static void Refuse(LHCParagraph const & paragraph, char const * what, std::size_t limit)
     {
+        constexpr std::size_t shown = 100;
         throw Failure{"more than " + std::to_string(limit) + " " + what + " at \"" +
-                      std::string(Access::NameOf(paragraph).Text()) + "\""};
+                      std::string(Access::NameOf(paragraph).Text().substr(0, shown)) + "\""};
     }
 
     void Open(LHCParagraph const & paragraph, std::size_t level)
@@ -65,7 +66,7 @@ private:
 
         movBuffer.append(2 * (level - 1), ' ');
         movBuffer += '<';
-        AppendName(name);
+        AppendName(paragraph, name);
         std::size_t count = 0;
         for (Attribute const * a = Access::FirstAttributeOf(paragraph); a != nullptr; a = a->next) {
             if (++count > maximumAttributes) Refuse(paragraph, "attributes", maximumAttributes);
@@ -73,14 +74,14 @@ private:
             if (a->name->Text() == valueAttribute) {
                 movBuffer += "_x005F_value";
             } else {
-                AppendName(*a->name);
+                AppendName(paragraph, *a->name);
             }
-            AppendAttributeText(a->text);
+            AppendAttributeText(paragraph, a->text);
         }
         if (value != nullptr && !asText) {
             movBuffer += ' ';
             movBuffer += valueAttribute;
-            AppendAttributeText(*value);
+            AppendAttributeText(paragraph, *value);
         }
         if (!leaf) {
             movBuffer += ">\n";
@@ -89,36 +90,41 @@ private:
         } else {
             movBuffer += '>';
             AppendText(movBuffer, *value, false);
-            AppendEndTag(name);
+            AppendEndTag(paragraph);
         }
     }
 
     void Close(LHCParagraph const & paragraph, std::size_t level)
     {
         movBuffer.append(2 * (level - 1), ' ');
-        AppendEndTag(Access::NameOf(paragraph));
+        AppendEndTag(paragraph);
     }
 
-    void AppendEndTag(Name const & name)
+    void AppendEndTag(LHCParagraph const & paragraph)
     {
         movBuffer += "</";
-        AppendName(name);
+        AppendName(paragraph, Access::NameOf(paragraph));
         movBuffer += ">\n";
     }
 
-    void AppendName(Name const & name)
+    void AppendName(LHCParagraph const & of, Name const & name)
     {
+        std::size_t const before = movBuffer.size();
         if (name.plain) {
             movBuffer += name.Text();
         } else {
             documents::AppendName(movBuffer, name.Text());
         }
+        if (movBuffer.size() - before > maximumNameBytes) Refuse(of, "bytes in a name", maximumNameBytes);
     }
 
-    void AppendAttributeText(std::string_view text)
+    void AppendAttributeText(LHCParagraph const & of, std::string_view text)
     {
         movBuffer += "=\"";
+        std::size_t const before = movBuffer.size();
         AppendText(movBuffer, text, true);
+        if (movBuffer.size() - before > maximumAttributeBytes)
+            Refuse(of, "bytes in an attribute", maximumAttributeBytes);
         movBuffer += '"';
     }
 
