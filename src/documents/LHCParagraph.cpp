@@ -311,6 +311,7 @@ void LHCParagraph::AddToIndex(LHCParagraph & child, bool behindAll) noexcept
     if (mopBranch->index == nullptr) return;
     child.mopNextSame = nullptr;
     child.mbvUnordered = false;
+    if (!behindAll && AddBesideItsName(child)) return;
     if (LHCParagraph * const head = HeadOf(*child.mopName, child.mopName->hash)) {
         child.mopPreviousSame = std::exchange(head->mopPreviousSame, &child);
         child.mopPreviousSame->mopNextSame = &child;
@@ -325,6 +326,30 @@ void LHCParagraph::AddToIndex(LHCParagraph & child, bool behindAll) noexcept
     }
 }
 
+/// Beside one of its name a child has its place in the order at once.
+bool LHCParagraph::AddBesideItsName(LHCParagraph & child) noexcept
+{
+    LHCParagraph * const next = child.mopNext;
+    LHCParagraph * const previous = child.mopPrevious;
+    if (next != nullptr && next->mopName == child.mopName) {
+        child.mopNextSame = next;
+        child.mopPreviousSame = std::exchange(next->mopPreviousSame, &child);
+        if (child.mopPreviousSame->mopNextSame != nullptr) {
+            child.mopPreviousSame->mopNextSame = &child;
+        } else {  // `next` was the first
+            child.mbvUnordered = next->mbvUnordered;
+            mopBranch->index->Replace(child.mopName->hash, *next, child);
+        }
+        return true;
+    }
+    if (previous == nullptr || previous->mopName != child.mopName) return false;
+    child.mopPreviousSame = previous;
+    child.mopNextSame = std::exchange(previous->mopNextSame, &child);
+    LHCParagraph * const behind = child.mopNextSame;
+    (behind == nullptr ? HeadOf(*child.mopName, child.mopName->hash) : behind)->mopPreviousSame = &child;
+    return true;
+}
+
 void LHCParagraph::TakeFromIndex(LHCParagraph & child) noexcept
 {
     if (mopBranch->index == nullptr) return;
@@ -333,9 +358,10 @@ void LHCParagraph::TakeFromIndex(LHCParagraph & child) noexcept
     if (previous->mopNextSame != nullptr) {  // not the first: only the last one's next is null
         previous->mopNextSame = next;
         (next == nullptr ? HeadOf(*child.mopName, child.mopName->hash) : next)->mopPreviousSame = previous;
+        if (previous->mopPreviousSame == previous) previous->mbvUnordered = false;  // it is alone
     } else if (next != nullptr) {
         next->mopPreviousSame = previous;
-        next->mbvUnordered = child.mbvUnordered;
+        next->mbvUnordered = child.mbvUnordered && next != previous;
         mopBranch->index->Replace(child.mopName->hash, child, *next);
     } else {
         mopBranch->index->Erase(child.mopName->hash, child);

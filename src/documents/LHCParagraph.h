@@ -21,10 +21,11 @@ struct Store;
 ///
 /// A name is a whole name, never a path, and any text is one, the empty text too. Children keep their order;
 /// of several children with one name, `GetParagraph` and the other searches give the first in that order. A
-/// search takes the same time among a hundred thousand children as among ten. Finding by name and attribute
-/// looks only at children of that name. The flags of `SetValueAsString` and `GetParagraphsWithName` are
-/// ignored. Lists that are filled are emptied first. Trees of any depth take no more of the stack than flat
-/// ones, whatever is done to them.
+/// search takes the same time among a hundred thousand children as among ten; only where a child got a place
+/// in the middle, away from others of its name, the next search for that name goes through all children.
+/// Finding by name and attribute looks only at children of that name. The flags of `SetValueAsString` and
+/// `GetParagraphsWithName` are ignored. Lists that are filled are emptied first. Trees of any depth take no
+/// more of the stack than flat ones, whatever is done to them.
 class QRTCL_DOCUMENTS_API LHCParagraph : public LCParagraph {
 public:
     /// The root of a tree of its own. The switch is the caller's and must outlive the tree.
@@ -86,6 +87,7 @@ private:
 
     void MakeIndex();
     void AddToIndex(LHCParagraph & child, bool behindAll) noexcept;
+    bool AddBesideItsName(LHCParagraph & child) noexcept;
     void TakeFromIndex(LHCParagraph & child) noexcept;
     LHCParagraph * HeadOf(qrtcl::documents::Name const & name, std::uint64_t hash) const;
     LHCParagraph & OrderSameName(LHCParagraph & head);

@@ -137,6 +137,16 @@ TEST_F(ConcreteParagraph, AHundredThousandChildrenCostOnlyTheirNumber)
     // Renamed, the first one of the old name each time.
     for (unsigned i = 0; i < count; ++i) movRoot.GetParagraph("one")->SetName(Numbered(i / 10));
     EXPECT_EQ(movRoot.RemoveParagraphsWithName(Numbered(7)), 10);
+    // Replaced where they stand, and renamed to one name in their order.
+    movRoot.RemoveAllParagraphs();
+    for (unsigned i = 0; i < count; ++i) movRoot.CreateParagraph(Numbered(i));
+    for (unsigned i = 0; i < count; ++i) {
+        LCParagraph & old = *movRoot.GetParagraph(Numbered(i));
+        LCParagraph * const replacement = movRoot.CreateParagraphBefore(old, Numbered(i));
+        ASSERT_TRUE(movRoot.RemoveParagraph(old) && movRoot.GetParagraph(Numbered(i)) == replacement);
+    }
+    movRoot.GetParagraphs(list);
+    for (LCParagraph * const child : list) ASSERT_TRUE(child->SetName("one") && movRoot.GetParagraph("one") == list.front());
     EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 8.0);
 }
 
