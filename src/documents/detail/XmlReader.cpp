@@ -64,58 +64,6 @@ void RefuseOtherEncodings(std::string_view begin)
     if (other) throw Failure{At(1, 1) + "another encoding than UTF-8"};
 }
 
-/// The parser compares each attribute of a tag with all the others before it tells of them. This looks at the
-/// text first, and closely only at a tag that goes on from one piece to the next. What only begins like a
-/// tag, in a comment, ends for it at the first quote that opens no attribute, and at that the parser stops
-/// too.
-class TagGuard {
-public:
-    /// False if the open tag has too many attributes.
-    bool Look(std::string_view text)
-    {
-        for (; !text.empty(); text.remove_prefix(std::min(text.size(), pieceSize))) {
-            if (!LookAtPiece(text.substr(0, pieceSize))) return false;
-        }
-        return true;
-    }
-
-private:
-    static constexpr std::size_t pieceSize = 16384;
-
-    bool LookAtPiece(std::string_view piece)
-    {
-        std::size_t const tag = piece.rfind('<');
-        if (tag != piece.npos) {
-            *this = {};
-            mbvInTag = true;
-            piece.remove_prefix(tag + 1);
-        }
-        for (std::size_t i = 0; mbvInTag && i < piece.size(); ++i) {
-            char const c = piece[i];
-            if (mcvQuote != '\0') {
-                i = piece.find(mcvQuote, i);
-                if (i == piece.npos) break;
-                mcvBefore = std::exchange(mcvQuote, '\0');
-                continue;
-            }
-            if (c == '"' || c == '\'') {
-                mcvQuote = c;
-                mbvInTag = mcvBefore == '=';
-                ++mivAttributes;
-            } else if (c == '>' || c == '!' || c == '?') {
-                mbvInTag = false;  // at its end, or it is none
-            }
-            if (!IsWhiteSpace(piece.substr(i, 1))) mcvBefore = c;
-        }
-        return !mbvInTag || mivAttributes <= maximumAttributes + 1;  // one may be the value
-    }
-
-    bool mbvInTag = false;
-    char mcvQuote = '\0';
-    char mcvBefore = '\0';  ///< the last character that is no white space
-    std::size_t mivAttributes = 0;
-};
-
 /// While one lives, all errors of the parser library on this thread go to a function. Where it is out of
 /// memory it often does not say in which parser, drops a text and goes on.
 class ErrorsOfThread {
@@ -214,12 +162,19 @@ private:
             bool const first = mivFetched == 0;
             movPiece = moSource.Next();
             if (first) RefuseOtherEncodings(movPiece);
-            if (!movGuard.Look(movPiece)) Fail(TooMany("attributes", maximumAttributes));
         }
+        if (HasTooManyAttributes()) Fail(TooMany("attributes", maximumAttributes));
         std::size_t const copied = movPiece.copy(bytes, size);
         movPiece.remove_prefix(copied);
         mivFetched += copied;
         *count = static_cast<int>(copied);
+    }
+
+    /// The parser compares each attribute of a tag with all the others before it tells of them, so this asks
+    /// in between. Its room, two places for each and one for the value, at most doubles when it is full.
+    bool HasTooManyAttributes() const
+    {
+        return mopParser->maxatts > static_cast<int>(4 * (maximumAttributes + 3));
     }
 
     std::string Position() const { return At(mopParser->input->line, mopParser->input->col); }
@@ -336,7 +291,6 @@ private:
     double mdvSize;
     std::string_view movPiece;  ///< what the parser has not fetched of the last piece
     std::size_t mivFetched = 0;
-    TagGuard movGuard;
     std::unique_ptr<xmlParserCtxt, FreeParser> mopParser;
     std::exception_ptr mopThrown;
 
