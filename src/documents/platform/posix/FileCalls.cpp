@@ -121,7 +121,11 @@ std::error_code FileCalls::CopyRights(int file, FileState const & from)
     // take bits of the mode away, so the mode comes last.
     [[maybe_unused]] bool const given = ::fchown(file, from.owner, from.group) == 0 ||
                                         ::fchown(file, static_cast<::uid_t>(-1), from.group) == 0;
-    return Error(::fchmod(file, from.mode));
+    std::error_code const error = Error(::fchmod(file, from.mode));
+    // File systems without modes refuse to set the one that all their files have.
+    struct stat now {};
+    return error && ::fstat(file, &now) == 0 && (now.st_mode & 07777) == from.mode ? std::error_code()
+                                                                                   : error;
 }
 
 std::error_code FileCalls::Sync(int file) { return Error(::fsync(file)); }
