@@ -280,11 +280,15 @@ void LCString::CleanDoubleString()
 
 double LCString::IgnoreCharactersToDouble()
 {
-    LCString copy(*this);
-    for (char & c : copy.movText) {
-        if (std::string_view(",-.0123456789").find(c) == std::string_view::npos) c = ' ';
+    try {
+        LCString copy(*this);
+        for (char & c : copy.movText) {
+            if (std::string_view(",-.0123456789").find(c) == std::string_view::npos) c = ' ';
+        }
+        return copy.AsDouble(0.0);
+    } catch (...) {
+        return 0.0;
     }
-    return copy.AsDouble(0.0);
 }
 
 bool LCString::LoadFromFile(LCString const & path)

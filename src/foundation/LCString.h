@@ -35,7 +35,11 @@ public:
     LCString(LCString const &) = default;
     LCString(LCString &&) noexcept = default;
     LCString & operator=(LCString const &) = default;
-    LCString & operator=(LCString &&) noexcept = default;
+    LCString & operator=(LCString && other) noexcept
+    {
+        if (this != &other) movText = std::move(other.movText);
+        return *this;
+    }
     virtual ~LCString() = default;
 
     LCString(std::string const & text) : movText(text) {}

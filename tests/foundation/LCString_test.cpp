@@ -92,6 +92,7 @@ TEST(String, FilesKeepTheirLinesButForLeadingEmptyOnes)
         EXPECT_EQ(folder.Read("file"), row.content);
         EXPECT_TRUE(text.LoadFromFile(folder.Path("file")));
         EXPECT_EQ(text.str(), row.expected);
+        EXPECT_LT(text.str().capacity(), 5000u);
     }
     for (auto const & path : {folder.Path(""), folder.Path("missing/file")}) {
         text = "before";
@@ -159,7 +160,8 @@ TEST(String, SubstringsAtTheirEdgesAndTextsThatAreTheirOwnArgument)
     EXPECT_EQ(edited.insert(1, edited), "aabcbc");
     EXPECT_EQ(edited.erase(1, 3), "abc");
     edited.Reverse();
-    LCString const & alias = edited;
+    LCString & alias = edited;
+    edited = std::move(alias);
     edited += alias;
     edited &= alias;
     EXPECT_EQ(LCString("<") + edited + ">", "<cbacba\\cbacba>");
@@ -206,6 +208,9 @@ TEST(String, FindsPositionsFromEitherEnd)
                       text.find_last_of("ab", 100), text.find_last_of("xa", 0)}),
               (Places{1, 3, npos, 3, npos, 3, 1, npos, 2, 0, 3, 3, npos, 4, 0}));
     EXPECT_TRUE(LCString("").Contains("") && !LCString("").ContainsCI(""));
+    // What compares at each place takes hours.
+    EXPECT_EQ(LCString(20'000'000, 'a').CompareWildCards(LCString("*") + LCString(10'000'000, 'a') + "b"), 0);
+    EXPECT_FALSE(LCString(20'000'000, 'a').ContainsCI(std::string(4'000'000, 'a') + "b" + std::string(4'000'000, 'a')));
 }
 
 TEST(String, ComparesSearchesAndFormatsNumbersWithoutAnAllocation)

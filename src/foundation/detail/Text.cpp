@@ -268,9 +268,9 @@ bool Replace(std::string_view text, std::string_view from, std::string_view to, 
     bool foretold = false;
     for (; match != npos; match = find(copied)) {
         if (!foretold && match > text.size() / 16) {
-            // The first part foretells the size of the whole; it may be wrong.
+            // The first part foretells the size of the whole; it may be wrong, so not by much.
             std::size_t const size = replaced.size() + match - copied;
-            replaced.reserve(size * (text.size() / match + 1));
+            replaced.reserve(std::min(size * (text.size() / match + 1), size + 4 * text.size()));
             foretold = true;
         }
         replaced.append(text, copied, match - copied).append(to);
@@ -287,6 +287,18 @@ bool MatchWildcards(std::string_view subject, std::string_view pattern, bool ign
     auto const normal = [&table](char c) { return table[static_cast<unsigned char>(c)]; };
     subject = subject.substr(0, subject.find('\0'));
     pattern = pattern.substr(0, pattern.find('\0'));
+
+    // What stands behind the last star can only be the end of the subject.
+    if (std::size_t const star = pattern.rfind('*'); star != npos) {
+        std::string_view const tail = pattern.substr(star + 1);
+        if (tail.size() > subject.size()) return false;
+        std::size_t const begin = subject.size() - tail.size();
+        for (std::size_t i = 0; i < tail.size(); ++i) {
+            if (tail[i] != '?' && normal(tail[i]) != normal(subject[begin + i])) return false;
+        }
+        pattern.remove_suffix(tail.size());
+        subject.remove_suffix(tail.size());
+    }
 
     // Only the last star is retried: what an earlier star could still take, the last one takes as well.
     std::size_t s = 0;

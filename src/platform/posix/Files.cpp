@@ -37,9 +37,9 @@ bool ReadFile(std::string const & name, std::string & content)
 
     // One byte more than the size lets the last read see the end without growing; what has no size grows by
     // blocks.
-    constexpr std::size_t block = 1 << 16;
+    constexpr std::size_t block = 1 << 12;
     std::size_t size = 0;
-    content.resize(std::max<std::size_t>(static_cast<std::size_t>(status.st_size) + 1, block));
+    content.resize(status.st_size > 0 ? static_cast<std::size_t>(status.st_size) + 1 : block);
     for (;;) {
         if (size == content.size()) content.resize(2 * size);
         ::ssize_t const got = Read(file, content.data() + size, content.size() - size);
