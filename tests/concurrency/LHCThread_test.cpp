@@ -8,6 +8,7 @@
 
 #include "concurrency/Concurrent.h"
 #include "concurrency/LCThreadList.h"
+#include "documents/LHCDocument.h"
 #include "platform/Threads.h"
 
 namespace {
@@ -134,6 +135,7 @@ struct Kind { char const * name; void (*body)(); bool insideSanitizers = false; 
     {"waiting to write behind a reader", [] { readLocked.LockWriter(3'600'000); }},
     {"locking", [] { LCRWCriticalSection lock; lock.LockWriter(forever); lock.UnlockWriter(); }, true},
     {"allocating texts", [] { LCString text; while (text.size() < 500) text += "0123456789"; }, true},
+    {"loading a document", [] { LHCDocument().LoadFromText("<a b='c'>d</a>"); }, true},
     {"firing", [] { event(); }},
     {"busy", [] { CountForEver(ignored); }}};
 
@@ -159,6 +161,7 @@ TEST(ForcedEnd, LeavesTheProcessHealthy)
         ASSERT_EQ(event.size(), 2u);  // at rest, one hooks to it at once
         for (LCRWCriticalSection * const lock : {&readLocked, &writeLocked}) lock->UnlockReader();
         writeLocked.UnlockWriter();
+        EXPECT_TRUE(LHCDocument().LoadFromText("<a b='c'>d</a>"));
         std::jthread([] { for (std::size_t n = 1; n < 10'000; ++n) std::vector<char>(n % 5000 + 1).at(0) = 1; });
     }
 }

@@ -1,7 +1,3 @@
 #include <documents/LHCDocument.h>
 
-int main()
-{
-    LHCDocument document;
-    return document.GetRootParagraph().GetParent() == nullptr ? 0 : 1;
-}
+int main() { return LHCDocument().GetRootParagraph().GetParent() == nullptr ? 0 : 1; }

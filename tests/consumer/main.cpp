@@ -3,11 +3,9 @@
 
 int main()
 {
-    LHCDocument document;
+    LHCDocument document, loaded;
     document.GetRootParagraph().SetParameterAsDouble("thickness", 1.5, -1);
     LCString xml;
-    if (!document.SaveToText(xml)) return 1;
-    LHCDocument loaded;
-    if (!loaded.LoadFromText(xml)) return 1;
-    return loaded.GetRootParagraph().GetParameterAsDouble("thickness", 0.0) == 1.5 ? 0 : 1;
+    bool const back = document.SaveToText(xml) && loaded.LoadFromText(xml);
+    return back && loaded.GetRootParagraph().GetParameterAsDouble("thickness", 0.0) == 1.5 ? 0 : 1;
 }

@@ -139,9 +139,8 @@ TEST_F(ConcreteParagraph, AHundredThousandChildrenCostOnlyTheirNumber)
     EXPECT_EQ(movRoot.RemoveParagraphsWithName(Numbered(7)), 10);
     // Replaced where they stand, and renamed to one name in their order.
     movRoot.RemoveAllParagraphs();
-    for (unsigned i = 0; i < count; ++i) movRoot.CreateParagraph(Numbered(i));
     for (unsigned i = 0; i < count; ++i) {
-        LCParagraph & old = *movRoot.GetParagraph(Numbered(i));
+        LCParagraph & old = *movRoot.CreateParagraph(Numbered(i));
         LCParagraph * const replacement = movRoot.CreateParagraphBefore(old, Numbered(i));
         ASSERT_TRUE(movRoot.RemoveParagraph(old) && movRoot.GetParagraph(Numbered(i)) == replacement);
     }
