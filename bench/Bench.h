@@ -3,11 +3,15 @@
 // What every family of workloads uses: registration by name, time per item, the check that all give the same,
 // and seeded input.
 
+#include <algorithm>
+#include <bit>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <ranges>
 #include <stdlib.h>
 #include <string>
 #include <unistd.h>
@@ -105,6 +109,9 @@ struct WideText {
 };
 inline std::string const & TextOf(std::string const & text) { return text; }
 inline std::string const & TextOf(WideText const & text) { return text.text; }
+template <typename Text>
+requires requires(Text const & text) { text.str(); }
+std::string const & TextOf(Text const & text) { return text.str(); }
 
 /// Ends the program if an implementation does not give what the others give.
 inline void Require(bool same, char const * what)
@@ -112,6 +119,43 @@ inline void Require(bool same, char const * what)
     if (same) return;
     std::fprintf(stderr, "bench: results differ: %s\n", what);
     std::exit(1);
+}
+
+/// Whether two results are the same: texts by their bytes, ranges one by one, numbers by their bits.
+template <typename Result, typename Expected> bool Same(Result const & result, Expected const & expected)
+{
+    if constexpr (requires { TextOf(result) == TextOf(expected); }) {
+        return TextOf(result) == TextOf(expected);
+    } else if constexpr (std::ranges::range<Result>) {
+        return std::ranges::equal(result, expected,
+                                  [](auto const & a, auto const & b) { return Same(a, b); });
+    } else if constexpr (std::same_as<Result, double>) {
+        return std::bit_cast<std::uint64_t>(result) == std::bit_cast<std::uint64_t>(expected);
+    } else {
+        return result == expected;
+    }
+}
+
+/// Registers what `make` gives, which must be what is expected.
+template <typename Make, typename Expected>
+void RegisterMade(std::string const & workload, std::string const & implementation, std::size_t items,
+                  Make make, Expected const & expected)
+{
+    Require(Same(make(), expected), (workload + "/" + implementation).c_str());
+    Register(workload, implementation, items, [make] { benchmark::DoNotOptimize(make()); });
+}
+
+/// Registers what `make` gives for each of the inputs, which outlive the run: it must be what is expected.
+template <typename Inputs, typename Make, typename Expected>
+void RegisterEach(std::string const & workload, std::string const & implementation, Inputs const & inputs,
+                  Make make, Expected const & expected)
+{
+    Require(std::ranges::equal(
+                inputs, expected, [](auto const & a, auto const & b) { return Same(a, b); }, make),
+            (workload + "/" + implementation).c_str());
+    Register(workload, implementation, inputs.size(), [&inputs, make] {
+        for (auto const & input : inputs) benchmark::DoNotOptimize(make(input));
+    });
 }
 
 /// The name of a file that goes with the object. Where the system has such a folder it lies in memory, so

@@ -149,20 +149,6 @@ void Base64()
         "qt", [wrapped](std::string const & bytes) { return Array{wrapped(bytes).toBase64()}; },
         [wrapped](std::string const & text) { return Array{QByteArray::fromBase64(wrapped(text))}; });
 #endif
-    // The form that gives a block of its own takes room for four characters to each byte.
-    bench::Register("W16.base64-encode-16MB-block", "ours", 1, [] {
-        LCUInt64 size = 0;
-        std::unique_ptr<char, Free> const text(LCBase64::Encode(Bytes(Plain()), Plain().size(), size));
-        benchmark::DoNotOptimize(text.get());
-    });
-#ifdef PEER_OPENSSL
-    bench::Register("W16.base64-encode-16MB-block", "openssl", 1, [] {
-        std::unique_ptr<char, Free> const text(static_cast<char *>(std::malloc(4 * Plain().size() + 1)));
-        EVP_EncodeBlock(reinterpret_cast<unsigned char *>(text.get()), Bytes(Plain()),
-                        static_cast<int>(Plain().size()));
-        benchmark::DoNotOptimize(text.get());
-    });
-#endif
     for (std::size_t const size : {1u, 2u, 4u, 8u}) {
         bench::RegisterPrepared("growth.base64-encode", std::to_string(size) + "MB", size * megabyte, [size] {
             return [bytes = LCString(RandomBytes(size * megabyte))] {
@@ -209,11 +195,30 @@ void FillMemory()
 #endif
 }
 
+/// Registers what `prepare` gives, once it has been seen to write all pieces to the file.
+void RegisterWriting(std::string const & workload, std::string const & implementation,
+                     bench::TemporaryFile const & file, auto prepare)
+{
+    bench::RegisterPrepared(
+        workload, implementation, 1, [&file, prepare, row = workload + "/" + implementation] {
+            auto pass = prepare();
+            pass();
+            std::ifstream written(file.Name(), std::ios::binary);
+            std::string piece(megabyte, '\0');
+            for (std::size_t i = 0; i < pieces; ++i) {
+                written.read(piece.data(), megabyte);
+                bench::Require(written.good() && piece == Piece(), row.c_str());
+            }
+            bench::Require(written.peek() == std::ifstream::traits_type::eof(), row.c_str());
+            return pass;
+        });
+}
+
 void MemoryToFile()
 {
     static bench::TemporaryFile const file;
     std::string const workload = "W17.memory-512MB-to-file";
-    bench::RegisterPrepared(workload, "ours", 1, [] {
+    RegisterWriting(workload, "ours", file, [] {
         auto const stream = std::make_shared<LHCMemoryStream>();
         FillOurs(*stream);
         return [stream] {
@@ -221,8 +226,13 @@ void MemoryToFile()
             output.LoadFromStream(*stream, true);
         };
     });
-    auto const bytes = [] { return std::make_shared<std::string const>(pieces * megabyte, 'x'); };
-    bench::RegisterPrepared(bench::Bound(workload), "write(2) of a copy", 1, [bytes] {
+    auto const bytes = [] {
+        auto all = std::make_shared<std::string>();
+        all->reserve(pieces * megabyte);
+        for (std::size_t i = 0; i < pieces; ++i) *all += Piece();
+        return all;
+    };
+    RegisterWriting(bench::Bound(workload), "write(2) of a copy", file, [bytes] {
         return [all = bytes()] {
             std::string const block(*all);
             int const to = ::open(file.Name(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
@@ -231,7 +241,7 @@ void MemoryToFile()
             ::close(to);
         };
     });
-    bench::RegisterPrepared(workload, "write(2)", 1, [bytes] {
+    RegisterWriting(workload, "write(2)", file, [bytes] {
         return [all = bytes()] {
             int const to = ::open(file.Name(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
             ssize_t const written = ::write(to, all->data(), all->size());
@@ -239,7 +249,7 @@ void MemoryToFile()
             ::close(to);
         };
     });
-    bench::RegisterPrepared(workload, "std::ofstream", 1, [bytes] {
+    RegisterWriting(workload, "std::ofstream", file, [bytes] {
         return [all = bytes()] {
             std::ofstream output(file.Name(), std::ios::binary | std::ios::trunc);
             output.write(all->data(), static_cast<std::streamsize>(all->size()));

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
+#include <iterator>
 #include <list>
 #include <set>
 #include <strings.h>
@@ -88,6 +90,12 @@ template <typename Lines> void SaveBuffered(Lines const & lines, char const * na
     ::close(file);
 }
 
+std::string Contents(char const * name)
+{
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 std::string Upper(std::string text)
 {
@@ -109,27 +117,26 @@ void SplitAndJoin()
     static LCStringVector vector;
     vector.DivideTextInLines(ours, '\n');
     static Texts const lines = SplitByMemchr<Texts>(text);
-    bench::Require(vector.size() == lines.size() && vector.Str('\n').str() == JoinBySizes(lines, '\n'),
-                   "split");
-
-    bench::Register("W07.split-10MB-vector", "ours", count, [] {
-        LCStringVector split;
-        split.DivideTextInLines(ours, '\n');
-        benchmark::DoNotOptimize(split.data());
+    auto const split = [&](char const * workload, char const * implementation, auto make) {
+        bench::RegisterMade(workload, implementation, count, make, lines);
+    };
+    split("W07.split-10MB-vector", "ours", [] {
+        LCStringVector made;
+        made.DivideTextInLines(ours, '\n');
+        return made;
     });
-    bench::Register("W07.split-10MB-vector", "memchr-loop", count,
-                    [] { benchmark::DoNotOptimize(SplitByMemchr<Texts>(text).data()); });
-    bench::Register("W07.split-10MB-list", "ours", count, [] {
-        LCStringList split;
-        split.DivideTextInLines(ours, '\n', true);
-        benchmark::DoNotOptimize(split.front());
+    split("W07.split-10MB-vector", "memchr-loop", [] { return SplitByMemchr<Texts>(text); });
+    split("W07.split-10MB-list", "ours", [] {
+        LCStringList made;
+        made.DivideTextInLines(ours, '\n', true);
+        return made;
     });
-    bench::Register("W07.split-10MB-list", "memchr-loop", count,
-                    [] { benchmark::DoNotOptimize(SplitByMemchr<std::list<std::string>>(text).front()); });
-    bench::Register("W07.join-10MB", "ours", count,
-                    [] { benchmark::DoNotOptimize(vector.Str('\n').c_str()); });
-    bench::Register("W07.join-10MB", "sizes-first", count,
-                    [] { benchmark::DoNotOptimize(JoinBySizes(lines, '\n').data()); });
+    split("W07.split-10MB-list", "memchr-loop", [] { return SplitByMemchr<std::list<std::string>>(text); });
+    std::string const joined = text.substr(0, text.size() - 1);
+    bench::RegisterMade(
+        "W07.join-10MB", "ours", count, [] { return vector.Str('\n'); }, joined);
+    bench::RegisterMade(
+        "W07.join-10MB", "sizes-first", count, [] { return JoinBySizes(lines, '\n'); }, joined);
 
     static auto const wides = SplitByMemchr<WideTexts>(text);
     bench::RegisterBound("W07.split-10MB-vector", wide, count,
@@ -150,25 +157,31 @@ void LineFiles()
     bench::Require(LCString(text).SaveToFile(name), "the file is written");
     static LCStringVector vector;
     bench::Require(vector.LoadFromFile(name) && vector.size() == count, "the file is loaded");
-    static Texts const lines = LoadMapped<Texts>(name);
-    bench::Require(lines.size() == count, "the file is mapped");
+    static Texts const lines = SplitByMemchr<Texts>(text);
 
-    bench::Register("W08.load-100MB-vector", "ours", count, [] {
+    auto const load = [&](char const * workload, char const * implementation, auto make) {
+        bench::RegisterMade(workload, implementation, count, make, lines);
+    };
+    load("W08.load-100MB-vector", "ours", [] {
         LCStringVector loaded;
         loaded.LoadFromFile(name);
-        benchmark::DoNotOptimize(loaded.data());
+        return loaded;
     });
-    bench::Register("W08.load-100MB-vector", "mmap+memchr", count,
-                    [] { benchmark::DoNotOptimize(LoadMapped<Texts>(name).data()); });
-    bench::Register("W08.load-100MB-list", "ours", count, [] {
+    load("W08.load-100MB-vector", "mmap+memchr", [] { return LoadMapped<Texts>(name); });
+    load("W08.load-100MB-list", "ours", [] {
         LCStringList loaded;
         loaded.LoadFromFile(name);
-        benchmark::DoNotOptimize(loaded.front());
+        return loaded;
     });
-    bench::Register("W08.load-100MB-list", "mmap+memchr", count,
-                    [] { benchmark::DoNotOptimize(LoadMapped<std::list<std::string>>(name).front()); });
-    bench::Register("W08.save-100MB-vector", "ours", count, [] { vector.SaveToFile(name); });
-    bench::Register("W08.save-100MB-vector", "buffer+write", count, [] { SaveBuffered(lines, name); });
+    load("W08.load-100MB-list", "mmap+memchr", [] { return LoadMapped<std::list<std::string>>(name); });
+    auto const save = [&](std::string const & implementation, auto pass) {
+        std::string const workload = "W08.save-100MB-vector";
+        pass();
+        bench::Require(Contents(name) == text, (workload + "/" + implementation).c_str());
+        bench::Register(workload, implementation, count, pass);
+    };
+    save("ours", [] { vector.SaveToFile(name); });
+    save("buffer+write", [] { SaveBuffered(lines, name); });
 
     static auto const wides = LoadMapped<WideTexts>(name);
     bench::RegisterBound("W08.load-100MB-vector", wide, count,
@@ -179,14 +192,25 @@ void LineFiles()
     bench::RegisterBound("W08.save-100MB-vector", wide, count, [] { SaveBuffered(wides, name); });
 }
 
-/// Sorts a fresh copy of the names, which is made and released outside the time.
+/// Sorts a fresh copy of the names, which is made and released outside the time. `same` compares what is
+/// sorted with what is expected.
 template <typename Collection>
-void Sort(std::string const & workload, std::string const & implementation, void (*sort)(Collection &))
+void Sort(std::string const & workload, std::string const & implementation, Texts const & expected,
+          bool (*same)(std::string const &, std::string const &), void (*sort)(Collection &))
 {
-    bench::RegisterPrepared(workload, implementation, 1'000'000, [sort] {
+    auto const make = [] {
         Collection names;
         for (std::string const & name : bench::Names(1'000'000)) names.emplace_back(name);
-        return [names = std::move(names), sort](benchmark::State & state) {
+        return names;
+    };
+    Collection checked = make();
+    sort(checked);
+    bench::Require(std::ranges::equal(
+                       checked, expected,
+                       [same](auto const & a, std::string const & b) { return same(bench::TextOf(a), b); }),
+                   (workload + "/" + implementation).c_str());
+    bench::RegisterPrepared(workload, implementation, expected.size(), [make, sort] {
+        return [names = make(), sort](benchmark::State & state) {
             state.PauseTiming();
             {
                 Collection sorted = names;
@@ -201,19 +225,27 @@ void Sort(std::string const & workload, std::string const & implementation, void
 
 void Sorting()
 {
+    Texts expected = bench::Names(1'000'000);
+    std::ranges::stable_sort(expected, LessUpper);
+    auto const identical = [](std::string const & a, std::string const & b) { return a == b; };
+    // An order that is not stable leaves open which of two that differ in case comes first.
+    auto const sameUpper = [](std::string const & a, std::string const & b) { return Upper(a) == Upper(b); };
     std::string const stable = "W09.stable-sort-ci-1e6";
-    Sort<LCStringList>(stable, "ours", [](LCStringList & list) { list.SortCI(); });
-    Sort<std::list<std::string>>(stable, "upper-case-keys", [](std::list<std::string> & list) {
-        std::vector<std::pair<std::string, std::list<std::string>::iterator>> keys;
-        keys.reserve(list.size());
-        for (auto i = list.begin(); i != list.end(); ++i) keys.emplace_back(Upper(*i), i);
-        std::ranges::stable_sort(keys, {}, [](auto const & key) -> std::string const & { return key.first; });
-        for (auto const & key : keys) list.splice(list.end(), list, key.second);
-    });
+    Sort<LCStringList>(stable, "ours", expected, identical, [](LCStringList & list) { list.SortCI(); });
+    Sort<std::list<std::string>>(
+        stable, "upper-case-keys", expected, identical, [](std::list<std::string> & list) {
+            std::vector<std::pair<std::string, std::list<std::string>::iterator>> keys;
+            keys.reserve(list.size());
+            for (auto i = list.begin(); i != list.end(); ++i) keys.emplace_back(Upper(*i), i);
+            std::ranges::stable_sort(keys, {},
+                                     [](auto const & key) -> std::string const & { return key.first; });
+            for (auto const & key : keys) list.splice(list.end(), list, key.second);
+        });
     std::string const vector = "W09.sort-ci-1e6-vector";
-    Sort<LCStringVector>(vector, "ours", [](LCStringVector & texts) { texts.SortCI(); });
-    Sort<Texts>(vector, "std::sort", [](Texts & texts) { std::ranges::sort(texts, LessUpper); });
-    Sort<Texts>(vector, "upper-case-keys", [](Texts & texts) {
+    Sort<LCStringVector>(vector, "ours", expected, sameUpper, [](LCStringVector & texts) { texts.SortCI(); });
+    Sort<Texts>(vector, "std::sort", expected, sameUpper,
+                [](Texts & texts) { std::ranges::sort(texts, LessUpper); });
+    Sort<Texts>(vector, "upper-case-keys", expected, sameUpper, [](Texts & texts) {
         std::vector<std::pair<std::string, std::size_t>> keys;
         keys.reserve(texts.size());
         for (std::string const & text : texts) keys.emplace_back(Upper(text), keys.size());
@@ -250,36 +282,53 @@ void LookUp()
     static std::list<KeyText> const wideKeys(names.begin(), names.end());
     static std::set<bench::WideText> const wideSet(names.begin(), names.end());
     static Texts sought;
-    for (std::size_t i = 0; i < look; ++i) sought.push_back(Upper(names[(2 * i + 1) * count / (2 * look)]));
+    std::vector<std::ptrdiff_t> inOrder, inSet;
+    for (std::size_t i = 0; i < look; ++i) {
+        std::size_t const at = (2 * i + 1) * count / (2 * look);
+        sought.push_back(Upper(names[at]));
+        inOrder.push_back(static_cast<std::ptrdiff_t>(at));
+        inSet.push_back(std::distance(plain.begin(), plain.find(names[at])));
+    }
     static std::vector<LCString> const ours(sought.begin(), sought.end());
 
-    static auto const scan = [](auto const & texts) {
-        for (std::string const & text : sought) {
-            benchmark::DoNotOptimize(std::ranges::find_if(texts, [&](auto const & entry) {
-                std::string const & other = bench::TextOf(entry);
-                return other.size() == text.size() &&
-                       ::strncasecmp(other.data(), text.data(), text.size()) == 0;
-            }));
-        }
+    // `expected`: where in the collection the entries stand.
+    auto const row = [](std::string const & workload, char const * implementation, auto & collection,
+                        auto const & texts, std::vector<std::ptrdiff_t> const & expected, auto find) {
+        for (std::size_t i = 0; i < look; ++i)
+            bench::Require(std::ranges::distance(collection.begin(), find(collection, texts[i])) ==
+                               expected[i],
+                           (workload + "/" + implementation).c_str());
+        bench::Register(workload, implementation, look, [&collection, &texts, find] {
+            for (auto const & text : texts) benchmark::DoNotOptimize(find(collection, text));
+        });
     };
-    bench::Register("W20.lookup-ci-1e5-vector-scan", "ours", look, [] {
-        for (LCString const & text : ours) benchmark::DoNotOptimize(vector.FindCI(text));
+    auto const findCI = [](auto & collection, auto const & text) { return collection.FindCI(text); };
+    static constexpr auto scan = [](auto const & texts, std::string const & text) {
+        return std::ranges::find_if(texts, [&](auto const & entry) {
+            std::string const & other = bench::TextOf(entry);
+            return other.size() == text.size() && ::strncasecmp(other.data(), text.data(), text.size()) == 0;
+        });
+    };
+    static constexpr auto scanAll = [](auto const & texts) {
+        for (std::string const & text : sought) benchmark::DoNotOptimize(scan(texts, text));
+    };
+    std::string const inVector = "W20.lookup-ci-1e5-vector-scan";
+    row(inVector, "ours", vector, ours, inOrder, findCI);
+    row(inVector, "strncasecmp", names, sought, inOrder, scan);
+    std::string const inKeys = "W20.lookup-ci-1e5-key-list-scan";
+    row(inKeys, "ours", keys, ours, inOrder, [](LCKeyIDRevList & in, LCString const & text) {
+        return in.FindCI({text, 1, 2});
     });
-    bench::Register("W20.lookup-ci-1e5-vector-scan", "strncasecmp", look, [] { scan(names); });
-    bench::Register("W20.lookup-ci-1e5-key-list-scan", "ours", look, [] {
-        for (LCString const & text : ours) benchmark::DoNotOptimize(keys.FindCI({text, 1, 2}));
-    });
-    bench::Register("W20.lookup-ci-1e5-key-list-scan", "strncasecmp", look, [] { scan(list); });
-    bench::Register("W20.lookup-ci-1e5-set-scan", "ours", look, [] {
-        for (LCString const & text : ours) benchmark::DoNotOptimize(set.FindCI(text));
-    });
-    bench::Register("W20.lookup-ci-1e5-set-scan", "strncasecmp", look, [] { scan(plain); });
+    row(inKeys, "strncasecmp", list, sought, inOrder, scan);
+    std::string const inTextSet = "W20.lookup-ci-1e5-set-scan";
+    row(inTextSet, "ours", set, ours, inSet, findCI);
+    row(inTextSet, "strncasecmp", plain, sought, inSet, scan);
 
-    bench::RegisterBound("W20.lookup-ci-1e5-vector-scan", wide, look, [] { scan(wides); });
+    bench::RegisterBound("W20.lookup-ci-1e5-vector-scan", wide, look, [] { scanAll(wides); });
     bench::RegisterBound("W20.lookup-ci-1e5-key-list-scan", "the peer over nodes as large", look,
-                         [] { scan(wideKeys); });
+                         [] { scanAll(wideKeys); });
     bench::RegisterBound("W20.lookup-ci-1e5-set-scan", "the peer over nodes as large", look,
-                         [] { scan(wideSet); });
+                         [] { scanAll(wideSet); });
 }
 
 void Growth()
@@ -318,8 +367,8 @@ int main(int argc, char ** argv)
 {
     SplitAndJoin();
     LineFiles();
+    LookUp();  // before the heap is full of holes in the order of sorted texts
     Sorting();
-    LookUp();
     Growth();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -108,33 +108,56 @@ void Firing(std::size_t count)
 #endif
 }
 
+/// Registers `pass`, which hooks all receivers, does what it is given, and unhooks them: fired between, each
+/// must be called once, and none afterwards.
+void RegisterHooking(std::string const & implementation, Receivers & receivers, auto pass, auto fire)
+{
+    std::string const workload = "W12.subscribe-unsubscribe-100";
+    std::string const row = workload + "/" + implementation;
+    for (Receiver & receiver : receivers) receiver.sum = 0;
+    pass(fire);
+    fire();
+    for (Receiver const & receiver : receivers) bench::Require(receiver.sum == 1, row.c_str());
+    bench::Register(workload, implementation, receivers.size(), [pass] { pass([] {}); });
+}
+
 void Hooking()
 {
-    constexpr std::size_t count = 100;
-    std::string const workload = "W12.subscribe-unsubscribe-100";
-    Receivers & receivers = Kept<Receivers>(count);
+    Receivers & receivers = Kept<Receivers>(100);
     Handlers & handlers = HandlersOf(receivers);
+    static int one = 1;
     Event & event = Kept<Event>();
-    bench::Register(workload, "ours", count, [&] {
-        for (auto & handler : handlers) event << *handler;
-        for (auto & handler : handlers) event >> *handler;
-        bench::Require(event.empty(), "unhooking");
-    });
+    RegisterHooking(
+        "ours", receivers,
+        [&](auto between) {
+            for (auto & handler : handlers) event << *handler;
+            between();
+            for (auto & handler : handlers) event >> *handler;
+        },
+        [&] { event(one); });
 #ifdef PEER_SIGC
     auto & signal = Kept<sigc::signal<void, int &>>();
-    bench::Register(workload, "sigc", count, [&] {
-        std::vector<sigc::connection> connections;
-        for (Receiver & receiver : receivers)
-            connections.push_back(signal.connect(sigc::mem_fun(receiver, &Receiver::OnValue)));
-        for (auto & connection : connections) connection.disconnect();
-    });
+    RegisterHooking(
+        "sigc", receivers,
+        [&](auto between) {
+            std::vector<sigc::connection> connections;
+            for (Receiver & receiver : receivers)
+                connections.push_back(signal.connect(sigc::mem_fun(receiver, &Receiver::OnValue)));
+            between();
+            for (auto & connection : connections) connection.disconnect();
+        },
+        [&] { signal.emit(one); });
 #endif
 #ifdef PEER_POCO
     auto & poco = Kept<Poco::BasicEvent<int>>();
-    bench::Register(workload, "poco", count, [&] {
-        for (Receiver & receiver : receivers) poco += Poco::delegate(&receiver, &Receiver::OnValue);
-        for (Receiver & receiver : receivers) poco -= Poco::delegate(&receiver, &Receiver::OnValue);
-    });
+    RegisterHooking(
+        "poco", receivers,
+        [&](auto between) {
+            for (Receiver & receiver : receivers) poco += Poco::delegate(&receiver, &Receiver::OnValue);
+            between();
+            for (Receiver & receiver : receivers) poco -= Poco::delegate(&receiver, &Receiver::OnValue);
+        },
+        [&] { poco.notify(nullptr, one); });
 #endif
 }
 

@@ -20,13 +20,13 @@ namespace {
 constexpr std::size_t count = 100000;
 
 /// Text as the family stores it, by the language's own conversion.
-void StoredByToChars(std::string & text, double v, int precision)
+std::string StoredByToChars(double v, int precision)
 {
     char buffer[400];
     char * end = std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::fixed, precision).ptr;
     while (end[-1] == '0') --end;
     if (end[-1] == '.') --end;
-    text.assign(buffer, end);
+    return {buffer, end};
 }
 
 /// Four fifths machine sizes with up to three decimals, one fifth computed numbers with all digits.
@@ -43,92 +43,66 @@ std::vector<double> MachineNumbers()
 
 void ToText(std::string const & workload, int precision, std::vector<double> const & values)
 {
-    for (double const v : values) {
-        std::string expected;
-        StoredByToChars(expected, v, precision < 0 ? 12 : precision);
-        bench::Require(LCString(v, precision, true).str() == expected, workload.c_str());
-    }
-    bench::Register(workload, "ours", count, [&values, precision] {
-        for (double const v : values) benchmark::DoNotOptimize(LCString(v, precision, true));
-    });
-    bench::Register(workload, "to_chars", count, [&values, precision] {
-        for (double const v : values) {
-            std::string text;
-            StoredByToChars(text, v, precision < 0 ? 12 : precision);
-            benchmark::DoNotOptimize(text);
-        }
-    });
+    int const digits = precision < 0 ? 12 : precision;
+    std::vector<std::string> expected;
+    for (double const v : values) expected.push_back(StoredByToChars(v, digits));
+    auto const row = [&](char const * implementation, auto make) {
+        bench::RegisterEach(workload, implementation, values, make, expected);
+    };
+    row("ours", [precision](double v) { return LCString(v, precision, true); });
+    row("to_chars", [digits](double v) { return StoredByToChars(v, digits); });
 #ifdef PEER_FMT
-    bench::Register(workload, "fmt", count, [&values, precision] {
-        for (double const v : values) {
-            std::string text = fmt::format("{:.{}f}", v, precision < 0 ? 12 : precision);
-            while (text.back() == '0') text.pop_back();
-            if (text.back() == '.') text.pop_back();
-            benchmark::DoNotOptimize(text);
-        }
+    row("fmt", [digits](double v) {
+        std::string text = fmt::format("{:.{}f}", v, digits);
+        while (text.back() == '0') text.pop_back();
+        if (text.back() == '.') text.pop_back();
+        return text;
     });
 #endif
-    bench::Register(workload, "snprintf", count, [&values, precision] {
-        for (double const v : values) {
-            char buffer[400];
-            int length = std::snprintf(buffer, sizeof buffer, "%.*f", precision < 0 ? 12 : precision, v);
-            while (buffer[length - 1] == '0') --length;
-            if (buffer[length - 1] == '.') --length;
-            std::string text(buffer, static_cast<std::size_t>(length));
-            benchmark::DoNotOptimize(text);
-        }
+    row("snprintf", [digits](double v) {
+        char buffer[400];
+        int length = std::snprintf(buffer, sizeof buffer, "%.*f", digits, v);
+        while (buffer[length - 1] == '0') --length;
+        if (buffer[length - 1] == '.') --length;
+        return std::string(buffer, static_cast<std::size_t>(length));
     });
 }
 
-void FromText(std::vector<LCString> const & texts)
+void FromText(std::vector<double> const & values, std::vector<LCString> const & texts)
 {
-    std::string const workload = "W02.text-to-double";
-    for (LCString const & text : texts) {
-        bench::Require(text.AsDouble() == std::strtod(text.c_str(), nullptr), workload.c_str());
-    }
-    bench::Register(workload, "ours", count, [&texts] {
-        for (LCString const & text : texts) benchmark::DoNotOptimize(text.AsDouble());
-    });
-    bench::Register(workload, "from_chars", count, [&texts] {
-        for (LCString const & text : texts) {
-            double v = 0.0;
-            std::from_chars(text.c_str(), text.c_str() + text.size(), v);
-            benchmark::DoNotOptimize(v);
-        }
+    auto const row = [&](char const * implementation, auto make) {
+        bench::RegisterEach("W02.text-to-double", implementation, texts, make, values);
+    };
+    row("ours", [](LCString const & text) { return text.AsDouble(); });
+    row("from_chars", [](LCString const & text) {
+        double v = 0.0;
+        std::from_chars(text.c_str(), text.c_str() + text.size(), v);
+        return v;
     });
 #ifdef PEER_FAST_FLOAT
-    bench::Register(workload, "fast_float", count, [&texts] {
-        for (LCString const & text : texts) {
-            double v = 0.0;
-            fast_float::from_chars(text.c_str(), text.c_str() + text.size(), v);
-            benchmark::DoNotOptimize(v);
-        }
+    row("fast_float", [](LCString const & text) {
+        double v = 0.0;
+        fast_float::from_chars(text.c_str(), text.c_str() + text.size(), v);
+        return v;
     });
 #endif
-    bench::Register(workload, "strtod", count, [&texts] {
-        for (LCString const & text : texts) benchmark::DoNotOptimize(std::strtod(text.c_str(), nullptr));
-    });
+    row("strtod", [](LCString const & text) { return std::strtod(text.c_str(), nullptr); });
 }
 
 void Integers(std::vector<int> const & values, std::vector<LCString> const & texts)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        bench::Require(texts[i].str() == std::to_string(values[i]) && texts[i].AsInt() == values[i], "W03");
-    }
-    bench::Register("W03.int-to-text", "ours", count, [&values] {
-        for (int const v : values) benchmark::DoNotOptimize(LCString(v));
-    });
-    bench::Register("W03.int-to-text", "std::to_string", count, [&values] {
-        for (int const v : values) benchmark::DoNotOptimize(std::to_string(v));
-    });
+    auto const toText = [&](char const * implementation, auto make) {
+        bench::RegisterEach("W03.int-to-text", implementation, values, make, texts);
+    };
+    toText("ours", [](int v) { return LCString(v); });
+    toText("std::to_string", [](int v) { return std::to_string(v); });
 #ifdef PEER_FMT
-    bench::Register("W03.int-to-text", "fmt", count, [&values] {
-        for (int const v : values) benchmark::DoNotOptimize(fmt::format_int(v).str());
-    });
+    toText("fmt", [](int v) { return fmt::format_int(v).str(); });
 #endif
-    bench::Register("W03.text-to-int", "ours", count, [&texts] {
-        for (LCString const & text : texts) benchmark::DoNotOptimize(text.AsInt());
-    });
+    auto const toInt = [&](char const * implementation, auto make) {
+        bench::RegisterEach("W03.text-to-int", implementation, texts, make, values);
+    };
+    toInt("ours", [](LCString const & text) { return text.AsInt(); });
     static std::vector<LCString> shorts;
     for (std::size_t i = 0; shorts.size() < count; i = (i + 1) % count) {
         if (texts[i].size() <= 7) shorts.push_back(texts[i]);
@@ -136,27 +110,23 @@ void Integers(std::vector<int> const & values, std::vector<LCString> const & tex
     bench::RegisterBound("W03.text-to-int", "ours, where none has more than 7 digits", count, [] {
         for (LCString const & text : shorts) benchmark::DoNotOptimize(text.AsInt());
     });
-    bench::Register("W03.text-to-int", "from_chars", count, [&texts] {
-        for (LCString const & text : texts) {
-            int v = 0;
-            std::from_chars(text.c_str(), text.c_str() + text.size(), v);
-            benchmark::DoNotOptimize(v);
-        }
+    toInt("from_chars", [](LCString const & text) {
+        int v = 0;
+        std::from_chars(text.c_str(), text.c_str() + text.size(), v);
+        return v;
     });
-    bench::Register("W03.text-to-int", "strtol", count, [&texts] {
-        for (LCString const & text : texts) benchmark::DoNotOptimize(std::strtol(text.c_str(), nullptr, 10));
-    });
+    toInt("strtol", [](LCString const & text) { return std::strtol(text.c_str(), nullptr, 10); });
 }
 
 void Units(std::vector<double> const & values)
 {
-    bench::Register("W18.convert-distance", "ours", count, [&values] {
-        for (double const v : values) benchmark::DoNotOptimize(LCUnitMan::ConvertDistance(v, 0, 1));
-    });
-    bench::Register("W18.convert-distance", "multiply+round", count, [&values] {
-        for (double const v : values)
-            benchmark::DoNotOptimize(std::round(v * 0.03937007874015748 * 1000.0) / 1000.0);
-    });
+    auto const rounded = [](double v) { return std::round(v * 0.03937007874015748 * 1000.0) / 1000.0; };
+    std::vector<double> expected;
+    for (double const v : values) expected.push_back(rounded(v));
+    std::string const workload = "W18.convert-distance";
+    bench::RegisterEach(
+        workload, "ours", values, [](double v) { return LCUnitMan::ConvertDistance(v, 0, 1); }, expected);
+    bench::RegisterEach(workload, "multiply+round", values, rounded, expected);
 }
 
 }  // namespace
@@ -179,7 +149,7 @@ int main(int argc, char ** argv)
     }
     ToText("W01.double-to-stored-text", -1, machine);
     ToText("W01.coordinate-to-stored-text", 3, coordinates);
-    FromText(doubleTexts);
+    FromText(machine, doubleTexts);
     Integers(integers, integerTexts);
     Units(coordinates);
     benchmark::Initialize(&argc, argv);

@@ -30,32 +30,34 @@ std::string Words(std::mt19937_64 & random, std::size_t size)
     return text;
 }
 
+/// Every other pair is equal.
 void Equality()
 {
-    constexpr std::size_t pairs = 10000;
-    static std::vector<LCString> as, bs;
+    using Pair = std::pair<LCString, LCString>;
+    static std::vector<Pair> pairs;
+    std::vector<bool> expected;
     auto random = bench::Random();
-    for (std::size_t i = 0; i < pairs; ++i) {
-        as.emplace_back(Words(random, 4 + random() % 20));
-        bs.push_back(as.back().UpperCase());
-        if (i % 2 != 0) bs.back().SetAt(bs.back().GetLength() - 1, '#');
+    for (std::size_t i = 0; i < 10000; ++i) {
+        LCString const text(Words(random, 4 + random() % 20));
+        auto & [a, b] = pairs.emplace_back(text, text.UpperCase());
+        expected.push_back(i % 2 == 0);
+        if (!expected.back()) b.SetAt(b.GetLength() - 1, '#');
     }
-    bench::Register("W04.equal-ci", "ours", pairs, [] {
-        for (std::size_t i = 0; i < pairs; ++i) benchmark::DoNotOptimize(as[i].EqCI(bs[i]));
-    });
-    bench::Register("W04.equal-ci", "strcasecmp", pairs, [] {
-        for (std::size_t i = 0; i < pairs; ++i) {
-            benchmark::DoNotOptimize(as[i].size() == bs[i].size() &&
-                                     strcasecmp(as[i].c_str(), bs[i].c_str()) == 0);
-        }
+    auto const row = [&](char const * implementation, auto equal) {
+        bench::RegisterEach("W04.equal-ci", implementation, pairs, equal, expected);
+    };
+    row("ours", [](Pair const & pair) { return pair.first.EqCI(pair.second); });
+    row("strcasecmp", [](Pair const & pair) {
+        return pair.first.size() == pair.second.size() &&
+               strcasecmp(pair.first.c_str(), pair.second.c_str()) == 0;
     });
 #ifdef PEER_ABSL
-    bench::Register("W04.equal-ci", "absl", pairs, [] {
-        for (std::size_t i = 0; i < pairs; ++i)
-            benchmark::DoNotOptimize(absl::EqualsIgnoreCase(as[i].str(), bs[i].str()));
-    });
+    row("absl",
+        [](Pair const & pair) { return absl::EqualsIgnoreCase(pair.first.str(), pair.second.str()); });
 #endif
 }
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 /// A needle that stands at the very end of 1 MiB.
 void Search(std::string const & workload, std::string text, std::string needle)
@@ -63,16 +65,17 @@ void Search(std::string const & workload, std::string text, std::string needle)
     static std::vector<std::pair<LCString, LCString>> inputs;
     inputs.reserve(8);
     auto const & [haystack, wanted] = inputs.emplace_back(text + needle, LCString(needle).UpperCase());
-    bench::Require(haystack.FindCI(wanted) == text.size(), workload.c_str());
-    bench::Require(strcasestr(haystack.c_str(), wanted.c_str()) == haystack.c_str() + text.size(),
-                   workload.c_str());
-    bench::Register(workload, "ours", 1, [&] { benchmark::DoNotOptimize(haystack.FindCI(wanted)); });
-    bench::Register(workload, "strcasestr", 1,
-                    [&] { benchmark::DoNotOptimize(strcasestr(haystack.c_str(), wanted.c_str())); });
-    bench::Register(workload, "std::search", 1, [&] {
-        benchmark::DoNotOptimize(std::search(haystack.str().begin(), haystack.str().end(),
-                                             wanted.str().begin(), wanted.str().end(),
-                                             [](char a, char b) { return (a | 32) == (b | 32); }));
+    auto const row = [&](char const * implementation, auto find) {
+        bench::RegisterMade(workload, implementation, 1, find, text.size());
+    };
+    row("ours", [&] { return haystack.FindCI(wanted); });
+    row("strcasestr", [&] {
+        return static_cast<std::size_t>(strcasestr(haystack.c_str(), wanted.c_str()) - haystack.c_str());
+    });
+    row("std::search", [&] {
+        auto const at = std::search(haystack.str().begin(), haystack.str().end(), wanted.str().begin(),
+                                    wanted.str().end(), [](char a, char b) { return Lower(a) == Lower(b); });
+        return static_cast<std::size_t>(at - haystack.str().begin());
     });
 }
 
@@ -101,21 +104,17 @@ void Replacement(std::size_t megabytes)
     for (std::size_t i = 0; i + 40 < text.size(); i += 40, ++matches) text.replace(i, 4, "%id%");
     LCString const & input = texts.emplace_back(text);
     std::string const workload = "W05.replace-all-" + std::to_string(megabytes) + "MB";
-    bench::Require(input.Replace("%id%", "part-7").str() == ReplacedByAppending(text, "%id%", "part-7"),
-                   workload.c_str());
-    bench::Register(workload, "ours", matches,
-                    [&] { benchmark::DoNotOptimize(input.Replace("%id%", "part-7")); });
-    bench::Register(workload, "find+append", matches,
-                    [&] { benchmark::DoNotOptimize(ReplacedByAppending(input.str(), "%id%", "part-7")); });
+    std::string const expected = ReplacedByAppending(text, "%id%", "part-7");
+    auto const row = [&](char const * implementation, auto replace) {
+        bench::RegisterMade(workload, implementation, matches, replace, expected);
+    };
+    row("ours", [&] { return input.Replace("%id%", "part-7"); });
+    row("find+append", [&] { return ReplacedByAppending(input.str(), "%id%", "part-7"); });
 #ifdef PEER_ABSL
-    bench::Register(workload, "absl", matches, [&] {
-        benchmark::DoNotOptimize(absl::StrReplaceAll(input.str(), {{"%id%", "part-7"}}));
-    });
+    row("absl", [&] { return absl::StrReplaceAll(input.str(), {{"%id%", "part-7"}}); });
 #endif
 #ifdef PEER_BOOST
-    bench::Register(workload, "boost", matches, [&] {
-        benchmark::DoNotOptimize(boost::algorithm::replace_all_copy(input.str(), "%id%", "part-7"));
-    });
+    row("boost", [&] { return boost::algorithm::replace_all_copy(input.str(), "%id%", "part-7"); });
 #endif
 }
 

@@ -93,16 +93,32 @@ struct WideCode {
 };
 static_assert(sizeof(WideCode) == sizeof(LCBarCode));
 
+std::pair<std::string, std::string> AsTexts(std::pair<std::string, std::string> const & code) { return code; }
+std::pair<std::string, std::string> AsTexts(WideCode const & code)
+{
+    return {code.type.text, code.data.text};
+}
+std::pair<std::string, std::string> AsTexts(LCBarCode const & code)
+{
+    return {code.GetType().str(), code.GetData().str()};
+}
+
 template <typename Code> void SortCodes(std::string const & workload, std::string const & implementation)
 {
-    bench::RegisterPrepared(workload, implementation, count, [] {
+    bench::RegisterPrepared(workload, implementation, count, [row = workload + "/" + implementation] {
+        auto expected = Codes();
         std::vector<Code> codes;
-        for (auto const & [type, data] : Codes()) codes.emplace_back(type, data);
-        return [codes = std::move(codes)] {
+        for (auto const & [type, data] : expected) codes.emplace_back(type, data);
+        std::ranges::sort(expected);
+        auto const sort = [codes = std::move(codes)] {
             auto sorted = codes;
             std::sort(sorted.begin(), sorted.end());
-            benchmark::DoNotOptimize(sorted.data());
+            return sorted;
         };
+        bench::Require(
+            std::ranges::equal(sort(), expected, {}, [](Code const & code) { return AsTexts(code); }),
+            row.c_str());
+        return [sort] { benchmark::DoNotOptimize(sort()); };
     });
 }
 
