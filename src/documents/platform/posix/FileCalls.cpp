@@ -148,7 +148,6 @@ std::error_code FileCalls::SyncFolder(std::string const & path)
     std::error_code error = Open(path, O_RDONLY | O_DIRECTORY, 0, folder);
     if (!error) {
         error = Error(::fsync(folder));
-        if (error == std::errc::invalid_argument) error.clear();  // folders can't be synchronised there
         ::close(folder);
     }
     // Some file systems sync no folders, and a folder may be writable but not readable.
